@@ -1,0 +1,24 @@
+# Warnings, hardening and sanitizers, for every target of the project.
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(CRADLE_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
+if(CRADLE_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=address,undefined)
+else()
+  add_compile_options(-fstack-protector-strong)
+  add_link_options(-Wl,-z,relro -Wl,-z,now)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    # A distribution's compiler may define another value of its own.
+    add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  endif()
+endif()

@@ -1,0 +1,39 @@
+// Text helpers that every layer shares: splitting at one character, trimming and joining.
+//
+// Views returned from here point into the text given; the caller keeps that text alive. Nothing
+// here fails. "White space" is what the C library's isspace says in the "C" locale.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Cradle {
+
+// What becomes of the empty parts of a split text.
+enum class EmptyParts {
+  DropTrailing,  // keeps inner and leading ones, drops exactly one trailing one
+  DropAll,
+  KeepAll,
+};
+
+inline constexpr std::size_t kUnlimitedSplits = static_cast<std::size_t>(-1);
+
+// The parts of `text` between the occurrences of `separator`, untrimmed and in order. At most
+// `maxSplits` separators count; the last part then holds the rest of the text. The empty text has
+// no part, except with KeepAll, where it is one empty part.
+std::vector<std::string_view> split(std::string_view text, char separator, EmptyParts emptyParts,
+                                    std::size_t maxSplits = kUnlimitedSplits);
+
+// `text` without the white space at its two ends.
+std::string_view trim(std::string_view text);
+
+// The parts in order with `separator` between them.
+std::string join(std::span<const std::string> parts, std::string_view separator);
+
+// Turns the letters A to Z of `text` into small ones.
+void toLowerCase(std::string& text);
+
+}  // namespace Cradle
