@@ -1,0 +1,37 @@
+// A shared library that is opened when it is first needed instead of at every start.
+//
+// Most runs use neither dconf nor the login manager nor the host's Android properties, and opening
+// these libraries costs more than the rest of a run. An opened library stays open for the life of
+// the process. A library or a function that is missing is an ordinary failure: isOpen() is false
+// and find() returns null.
+#pragma once
+
+namespace Cradle {
+
+class SharedLibrary {
+ public:
+  // Opens `soname` with lazy binding (dlopen).
+  explicit SharedLibrary(const char* soname);
+
+  bool isOpen() const { return handle_ != nullptr; }
+
+  // The function of that name in the library or in one of those it depends on (dlsym), or null.
+  template <typename Function>
+  Function* find(const char* name) const {
+    return reinterpret_cast<Function*>(address(name));
+  }
+
+  // Stores the function in `slot` and returns whether there is one.
+  template <typename Function>
+  bool bind(Function*& slot, const char* name) const {
+    slot = find<Function>(name);
+    return slot != nullptr;
+  }
+
+ private:
+  void* address(const char* name) const;
+
+  void* handle_;
+};
+
+}  // namespace Cradle
