@@ -1,0 +1,41 @@
+// The five levels of a log message: their order, their names and their journal priorities.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Cradle::Parser::Logging {
+
+// A smaller value is more severe. Used as LoggerConfig::Level.
+enum class Level : std::int32_t { LogCritical, LogError, LogWarning, LogInfo, LogDebug };
+
+struct LevelRow {
+  Level level;
+  std::string_view inputName;    // accepted in any case
+  std::string_view printedName;  // begins a line on a stream
+  int journalPriority;           // as in <syslog.h>
+};
+
+// One row per level, in the order of their values.
+inline constexpr std::array<LevelRow, 5> kLevels{{
+    // clang-format off
+    {Level::LogCritical, "critical", "CRITICAL", 2},
+    {Level::LogError,    "error",    "ERROR",    3},
+    {Level::LogWarning,  "warning",  "WARNING",  4},
+    {Level::LogInfo,     "info",     "INFO",     6},
+    {Level::LogDebug,    "debug",    "DEBUG",    7},
+    // clang-format on
+}};
+
+// The row of a level.
+const LevelRow& levelRow(Level level);
+
+// The number of the level with that name in any case, or -1.
+int convertLevelFromString(std::string value);
+
+// The level of that number, which must be one.
+Level convertLevelFromInt(int level);
+
+}  // namespace Cradle::Parser::Logging

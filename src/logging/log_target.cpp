@@ -1,0 +1,92 @@
+#include "logging/log_target.h"
+
+// Without this the journal's functions are macros that add the place of the call in this program.
+#define SD_JOURNAL_SUPPRESS_LOCATION
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iostream>
+
+#include <systemd/sd-journal.h>
+
+#include "base/systemd_library.h"
+#include "base/text.h"
+
+namespace Cradle::Parser::Logging {
+namespace {
+
+struct NamedTarget {
+  std::string_view name;
+  Target target;
+};
+
+constexpr std::array<NamedTarget, 3> kNamedTargets{{
+    {"systemd", Target::TargetSystemd},
+    {"stdout", Target::TargetStdout},
+    {"stderr", Target::TargetStderr},
+}};
+
+// The standard streams belong to the C++ runtime.
+std::shared_ptr<std::ostream> unowned(std::ostream& stream) {
+  return {std::shared_ptr<void>(), &stream};
+}
+
+void printToJournal(int priority, const std::string& text) {
+  static auto* const print = systemdLibrary().find<decltype(sd_journal_print)>("sd_journal_print");
+  if (print != nullptr) {
+    print(priority, "%s", text.c_str());
+  }
+}
+
+}  // namespace
+
+LogTarget makeTarget(Target target) {
+  switch (target) {
+    case Target::TargetStdout:
+      return {target, unowned(std::cout)};
+    case Target::TargetStderr:
+      return {target, unowned(std::cerr)};
+    default:
+      return {target, nullptr};
+  }
+}
+
+LogTarget convertTargetFromString(std::string value) {
+  toLowerCase(value);
+  for (const NamedTarget& named : kNamedTargets) {
+    if (named.name == value) {
+      return makeTarget(named.target);
+    }
+  }
+  if (value.starts_with('/')) {
+    auto file = std::make_shared<std::ofstream>(value);
+    if (file->is_open()) {
+      return {Target::TargetFile, std::move(file)};
+    }
+  }
+  return {Target::TargetFile, nullptr};
+}
+
+bool targetIsValid(const LogTarget& target) {
+  return target.target == Target::TargetSystemd || (target.stream && target.stream->good());
+}
+
+void emitLine(const LogTarget& target, Level level, std::string_view text) {
+  const LevelRow& row = levelRow(level);
+  if (target.target == Target::TargetSystemd) {
+    printToJournal(row.journalPriority, std::string(text));
+    return;
+  }
+  if (!target.stream || !target.stream->good()) {
+    return;
+  }
+  std::string line(row.printedName);
+  line += ": ";
+  line += text;
+  line += target.stream->widen('\n');
+  // One piece, so that the lines of several processes on one terminal or pipe do not mix.
+  target.stream->write(line.data(), static_cast<std::streamsize>(line.size()));
+  target.stream->flush();
+}
+
+}  // namespace Cradle::Parser::Logging

@@ -1,0 +1,91 @@
+// Loggers: a dotted identity, a threshold level and a target, held by shared ownership.
+//
+// Every logger lives in one process-wide registry until exit, so that configure() reaches all of
+// them. Setters never throw: they return false, leave the settings as they were and say why through
+// the logger itself. An invalid identity, a level out of range or a null parser is a programming
+// error and aborts. All operations may be called from several threads.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "logging/log_level.h"
+#include "logging/log_message.h"
+#include "logging/log_target.h"
+
+namespace Cradle::Parser {
+class ConfigParser;
+}
+
+namespace Cradle::Parser::Logging {
+
+class LoggerConfig {
+ public:
+  // A logger emits a message whose level is not greater than its own.
+  using Level = Logging::Level;
+  using enum Logging::Level;
+
+  using Target = Logging::Target;
+  using enum Logging::Target;
+
+  // A NUL-terminated dotted name.
+  using Ident = const char*;
+
+  // The logger of that identity. A new one has the given level and the journal as its target; an
+  // existing one warns "Reusing logger for identity: ..." and takes the level.
+  static std::shared_ptr<LoggerConfig> create(Ident ident, Level level);
+
+  // Whether `ident` consists of letters, digits, "-", "_" and at least one ".".
+  static bool identIsValid(Ident ident);
+
+  // The registered logger of exactly that identity, or an empty pointer.
+  static std::shared_ptr<LoggerConfig> find(Ident ident);
+
+  // Applies the group "Logging" of `config` (nothing when null) and then the environment variables
+  // CRADLE_LOGGING and CRADLE_LOGGING_TARGET, which override it, to every registered logger.
+  static void configure(const ConfigParser* config);
+
+  ~LoggerConfig();
+  LoggerConfig(const LoggerConfig&) = delete;
+  LoggerConfig& operator=(const LoggerConfig&) = delete;
+
+  // A level; its name in any case or its number; or the configuration's value for this identity
+  // (true when there is none). `config` must not be null.
+  bool setLevel(Level level);
+  bool setLevel(const std::string& value);
+  bool setLevel(const ConfigParser* config);
+
+  // A target other than TargetFile; a text as for convertTargetFromString(); or the configuration's
+  // "LogTarget" (true when absent or empty). `config` must not be null.
+  bool setTarget(Target target);
+  bool setTarget(const std::string& value);
+  bool setTarget(const ConfigParser* config);
+
+  Target target() const;
+  Ident ident() const;
+  bool isEnabled(Level level) const;
+
+  LogMessage critical() const { return {this, LogCritical}; }
+  LogMessage error() const { return {this, LogError}; }
+  LogMessage warning() const { return {this, LogWarning}; }
+  LogMessage info() const { return {this, LogInfo}; }
+  LogMessage debug() const { return {this, LogDebug}; }
+
+ private:
+  friend class LogMessage;
+  struct State;
+
+  LoggerConfig(Ident ident, Level level);
+
+  // Where a message of `level` goes now.
+  LogTarget targetFor(Level level) const;
+
+  // Stores the target that `value` names, or logs it as invalid with `origin` behind the value.
+  bool storeTarget(const std::string& value, const char* origin);
+
+  void configureFromEnvironment(const std::string& levels, const std::string& target);
+
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace Cradle::Parser::Logging
