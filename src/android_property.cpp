@@ -1,0 +1,27 @@
+#include "android_property.h"
+
+#include <array>
+
+#include "base/shared_library.h"
+
+namespace Cradle::Parser {
+namespace {
+
+using PropertyGet = int(const char* name, char* value, const char* defaultValue);
+
+// The longest value with its terminating NUL is 92 bytes; the interface asks for this much.
+constexpr std::size_t kPropertyBufferSize = 96;
+
+}  // namespace
+
+std::string readProperty(const std::string& name) {
+  static const SharedLibrary library("libandroid-properties.so.1");
+  auto* const propertyGet = library.find<PropertyGet>("property_get");
+  if (propertyGet == nullptr) {
+    return "";
+  }
+  std::array<char, kPropertyBufferSize> value{};
+  return propertyGet(name.c_str(), value.data(), "") > 0 ? value.data() : "";
+}
+
+}  // namespace Cradle::Parser
