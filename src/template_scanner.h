@@ -1,0 +1,19 @@
+// The template scanner: finds the substitutions "${...}" in a raw value and puts together what they
+// yield. "$$" is a literal dollar sign.
+//
+// A single pass: text that a substitution produced is never scanned again, and braces do not nest.
+// One failing substitution fails the whole value; the cause has been logged by then.
+#pragma once
+
+#include <string_view>
+
+#include "config_value.h"
+#include "template_context.h"
+
+namespace Cradle::Parser {
+
+// Expands `input` into `out`, an empty value: its text, and the references to other values at their
+// offsets. False when the value must be discarded, whatever `out` then holds.
+bool expand(const TemplateContext& context, std::string_view input, ConfigValue& out);
+
+}  // namespace Cradle::Parser
