@@ -1,0 +1,52 @@
+#include "config_parser.h"
+
+#include "config_parser_implementation.h"
+#include "library_logger.h"
+
+namespace Cradle::Parser {
+
+ConfigParser::ConfigParser(std::int32_t userId)
+    : implementation_(std::make_unique<Implementation>(userId)) {}
+
+ConfigParser::~ConfigParser() = default;
+
+void ConfigParser::addTemplate(const std::string& name, const std::string& value) {
+  implementation_->templates.addTemplate(name, value);
+}
+
+void ConfigParser::addKnownKey(std::string_view group, std::string_view key, std::uint32_t mode) {
+  implementation_->knownKeys.add(group, key, mode);
+}
+
+bool ConfigParser::hasGroup(std::string_view group) const {
+  return implementation_->store.hasGroup(group);
+}
+
+bool ConfigParser::hasValue(std::string_view group, std::string_view key) const {
+  return implementation_->store.find(group, key) != nullptr;
+}
+
+bool ConfigParser::hasKey(std::string_view group, std::string_view key) const {
+  const KnownKeys& known = implementation_->knownKeys;
+  if (!known.empty() && !known.mode(group, key)) {
+    libraryLogger().warning() << group << "/" << key << " has not been added to the parser";
+  }
+  return hasValue(group, key);
+}
+
+void ConfigParser::removeKey(std::string_view group, std::string_view key) {
+  implementation_->store.remove(group, key);
+}
+
+void ConfigParser::forEachEntry(const EntryVisitor& visit) const {
+  implementation_->store.visitInOrder(
+      [&](std::string_view group, std::string_view key, const ConfigStore::Values& values) {
+        std::vector<std::string> texts(values.size());
+        for (std::size_t i = 0; i < values.size(); ++i) {
+          resolve(values[i], texts[i]);
+        }
+        visit(group, key, texts);
+      });
+}
+
+}  // namespace Cradle::Parser
