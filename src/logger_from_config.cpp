@@ -1,0 +1,49 @@
+// The LoggerConfig setters that read a configuration. They stand here, above the logging module,
+// which knows ConfigParser only by name.
+
+#include <cassert>
+#include <string>
+
+#include "base/conversion.h"
+#include "config_parser.h"
+#include "logging/logger_config.h"
+
+namespace Cradle::Parser::Logging {
+namespace {
+
+constexpr std::string_view kLoggingGroup = "Logging";
+constexpr std::string_view kTargetKey = "LogTarget";
+
+}  // namespace
+
+bool LoggerConfig::setLevel(const ConfigParser* config) {
+  assert(config);
+  if (!config->hasValue(kLoggingGroup, ident())) {
+    return true;
+  }
+  std::string value;
+  config->getValue(kLoggingGroup, ident(), value);
+  if (const int named = convertLevelFromString(value); named >= 0) {
+    return setLevel(convertLevelFromInt(named));
+  }
+  int number = 0;
+  bool isNumber = false;
+  config->getValue(kLoggingGroup, ident(), number, &isNumber);
+  if (isNumber && static_cast<unsigned>(number) < kLevels.size()) {
+    return setLevel(convertLevelFromInt(number));
+  }
+  error() << "Invalid logging level '" << value << "' from config";
+  return false;
+}
+
+bool LoggerConfig::setTarget(const ConfigParser* config) {
+  assert(config);
+  std::string value;
+  // Always asked through hasKey(), which warns where the key has not been declared, absent or not.
+  if (config->hasKey(kLoggingGroup, kTargetKey)) {
+    config->getValue(kLoggingGroup, kTargetKey, value);
+  }
+  return value.empty() || storeTarget(value, " from config");
+}
+
+}  // namespace Cradle::Parser::Logging
