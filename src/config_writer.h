@@ -1,0 +1,44 @@
+// The writer of every output file: comments, groups, key/value lines and verbatim text, line by
+// line in the order of the calls.
+//
+// Each operation ends with a flush, so a crash loses at most the line being written. The writer
+// reports nothing: where the file cannot be opened or written, all that follows is discarded.
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace Cradle::Parser {
+
+class ConfigWriter : private std::ofstream {
+ public:
+  // What stands between a key and its value.
+  enum class Separator : std::uint8_t { Plain, Spaced };  // "=" or " = "
+
+  // Creates the file with mode 0600 whatever the process's mask (umask), or truncates an existing
+  // one, which keeps its mode.
+  ConfigWriter(const std::string& path, Separator separator);
+
+  void writeComment(std::string_view text);  // "# " and the text
+  void writeGroup(std::string_view name);    // the name in square brackets
+  void writeEmptyLine();
+
+  void writeValue(std::string_view key, const std::string& value);
+  void writeValue(std::string_view key, const char* value);  // null throws std::logic_error
+  void writeValue(std::string_view key, bool value);         // "true" or "false"
+  void writeValue(std::string_view key, std::int32_t value);
+
+  // The text as it is; a newline is added unless it ends with one.
+  void writeContent(std::string_view text);
+
+  bool isOpen() const { return is_open(); }
+
+ private:
+  void writeLine(std::string_view first, std::string_view second, std::string_view third);
+
+  std::string_view separator_;
+};
+
+}  // namespace Cradle::Parser

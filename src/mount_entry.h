@@ -1,0 +1,14 @@
+// Mount entries: lines of six fields, as in an fstab, that become the container's mounts.
+//
+// The check is strict: bind mounts of absolute paths and the pseudo file systems that the container
+// needs, dump and pass numbers 0. Fields are separated by single spaces.
+#pragma once
+
+#include <string>
+
+namespace Cradle::Parser {
+
+// Whether `entry` obeys every rule. The first broken one is logged as an error.
+bool validateMountEntry(const std::string& entry);
+
+}  // namespace Cradle::Parser
