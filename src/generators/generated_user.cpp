@@ -1,0 +1,86 @@
+#include "generators/generated_user.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+
+#include "generators/generated_group.h"
+#include "generators/seat_user.h"
+#include "generators/user_database.h"
+#include "library_logger.h"
+
+namespace Cradle::Generators {
+namespace {
+
+using Parser::ConfigParser;
+using Parser::libraryLogger;
+using Parser::LoadResult;
+
+// The stored facts are plain text; no template of theirs is anybody's.
+constexpr std::int32_t kNobodysTemplates = 0;
+
+// Every fact but the instance, which the command line always has.
+constexpr std::array kRequiredFacts{GeneratedGroup::kUserId, GeneratedGroup::kUser,
+                                    GeneratedGroup::kHome, GeneratedGroup::kBaseUid};
+
+bool hasFacts(const ConfigParser& parser) {
+  return std::all_of(kRequiredFacts.begin(), kRequiredFacts.end(), [&](std::string_view key) {
+    return parser.hasKey(GeneratedGroup::kName, key);
+  });
+}
+
+// Read as 64 bits, because ids of 2^31 and above are written as unsigned numbers.
+std::uint32_t readId(const ConfigParser& parser, std::string_view key) {
+  long value = 0;
+  parser.getValue(GeneratedGroup::kName, key, value);
+  return static_cast<std::uint32_t>(value);
+}
+
+void readFacts(const ConfigParser& parser, RunFacts& facts) {
+  facts.userId = readId(parser, GeneratedGroup::kUserId);
+  facts.baseUid = readId(parser, GeneratedGroup::kBaseUid);
+  parser.getValue(GeneratedGroup::kName, GeneratedGroup::kUser, facts.user);
+  parser.getValue(GeneratedGroup::kName, GeneratedGroup::kHome, facts.home);
+  if (parser.hasKey(GeneratedGroup::kName, GeneratedGroup::kInstance)) {
+    parser.getValue(GeneratedGroup::kName, GeneratedGroup::kInstance, facts.instance);
+  }
+}
+
+}  // namespace
+
+bool lookUpFacts(RunFacts& facts) {
+  std::optional<User> user = lookupUser(facts.userId);
+  if (!user) {
+    libraryLogger().error() << "Failed to get user information for uid " << facts.userId << ": "
+                            << std::strerror(errno);
+    return false;
+  }
+  facts.user = std::move(user->name);
+  facts.home = std::move(user->home);
+  return true;
+}
+
+GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts) {
+  ConfigParser parser(kNobodysTemplates);
+  for (const std::string_view key : GeneratedGroup::kFacts) {
+    parser.addKnownKey(GeneratedGroup::kName, key, Parser::SingleValue);
+  }
+  if (parser.loadDirectories(directories) == LoadResult::InvalidConfiguration) {
+    return GeneratedUser::Failed;
+  }
+  if (hasFacts(parser)) {
+    readFacts(parser, facts);
+    return GeneratedUser::Found;
+  }
+  if (facts.userId == kUnknownUser) {
+    facts.userId = waitForActiveSeatUser(kSeatUserTimeout);
+    if (facts.userId == kUnknownUser) {
+      libraryLogger().error() << "Failed to get seat0 user: " << std::strerror(errno);
+      return GeneratedUser::Failed;
+    }
+  }
+  return lookUpFacts(facts) ? GeneratedUser::Resolved : GeneratedUser::Failed;
+}
+
+}  // namespace Cradle::Generators

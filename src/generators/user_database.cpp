@@ -1,0 +1,35 @@
+#include "generators/user_database.h"
+
+#include <cerrno>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Cradle::Generators {
+namespace {
+
+bool makeDirectory(const std::string& path, mode_t mode) {
+  return mkdir(path.c_str(), mode) == 0 || errno == EEXIST;
+}
+
+}  // namespace
+
+std::optional<User> lookupUser(std::uint32_t uid) {
+  errno = 0;
+  const passwd* const entry = getpwuid(uid);
+  if (entry == nullptr) {
+    return std::nullopt;
+  }
+  return User{entry->pw_name, entry->pw_dir, entry->pw_gid};
+}
+
+bool makeUserDirectory(const std::string& path, mode_t mode, std::uint32_t uid) {
+  if (uid == 0) {
+    return makeDirectory(path, mode);
+  }
+  const std::optional<User> owner = lookupUser(uid);
+  return owner && makeDirectory(path, mode) && lchown(path.c_str(), uid, owner->groupId) == 0;
+}
+
+}  // namespace Cradle::Generators
