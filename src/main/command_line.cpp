@@ -1,0 +1,114 @@
+#include "main/command_line.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace Cradle::CommandLine {
+namespace {
+
+constexpr std::size_t kUsageColumn = 27;  // the width of an option and its placeholder
+
+// One pass over the arguments. What goes wrong is written at once; the answer is whether it did.
+class Scan {
+ public:
+  Scan(std::span<const char* const> arguments, Settings& settings, Streams streams)
+      : arguments_(arguments), settings_(settings), streams_(streams) {}
+
+  bool run() {
+    if (arguments_.size() < 2) {
+      return failWithUsage("Needs at least one argument!");
+    }
+    const std::optional<std::size_t> output = takeOptions();
+    if (!output) {
+      return false;
+    }
+    if (*output >= arguments_.size()) {
+      return failWithUsage("output_file is required! Please specify a file to write.");
+    }
+    if (*output + 1 < arguments_.size()) {
+      return failWithUsage("Too many arguments! Only one output file may be specified.");
+    }
+    settings_.output = arguments_[*output];
+    return true;
+  }
+
+ private:
+  // The position of the output file, which may lie behind the last argument; nothing on failure.
+  std::optional<std::size_t> takeOptions() {
+    std::size_t position = 1;
+    for (; position < arguments_.size(); position += 2) {
+      const std::string_view argument = arguments_[position];
+      if (!argument.starts_with("--")) {
+        return position;
+      }
+      if (argument == "--") {
+        return position + 1;
+      }
+      if (!takeOption(argument, position + 1)) {
+        return std::nullopt;
+      }
+    }
+    return position;
+  }
+
+  bool takeOption(std::string_view name, std::size_t valuePosition) {
+    const auto option = std::find_if(options().begin(), options().end(),
+                                     [&](const Option& row) { return row.name == name; });
+    if (option == options().end()) {
+      streams_.errors << name << ": unknown argument\n";
+      return false;
+    }
+    if (valuePosition >= arguments_.size()) {
+      return failWithUsage(option->missingValue);
+    }
+    if (!option->apply(settings_, arguments_[valuePosition], streams_.errors)) {
+      printUsage(program(), streams_.output);
+      return false;
+    }
+    return true;
+  }
+
+  bool failWithUsage(std::string_view message) {
+    streams_.errors << message << '\n';
+    printUsage(program(), streams_.output);
+    return false;
+  }
+
+  std::string_view program() const { return arguments_.empty() ? "" : arguments_.front(); }
+
+  std::span<const char* const> arguments_;
+  Settings& settings_;
+  Streams streams_;
+};
+
+void applyDefaults(Settings& settings) {
+  if (settings.baseUid == static_cast<std::uint32_t>(-1)) {
+    settings.baseUid = 0;
+  }
+  if (settings.directories.empty()) {
+    settings.directories.emplace_back(kDefaultDirectory);
+  }
+}
+
+}  // namespace
+
+bool parse(std::span<const char* const> arguments, Settings& settings, Streams streams) {
+  if (!Scan(arguments, settings, streams).run()) {
+    return false;
+  }
+  applyDefaults(settings);
+  return true;
+}
+
+void printUsage(std::string_view program, std::ostream& output) {
+  output << "USAGE:\n    " << program << " [OPTIONS] [--] <output_file>\n\nOPTIONS:\n";
+  for (const Option& option : options()) {
+    std::string column = std::string(option.name) + ' ' + std::string(option.placeholder);
+    column.resize(kUsageColumn, ' ');
+    output << "    " << column << option.help << option.helpDefault << '\n';
+  }
+  output << "\nARGS:\n    <output_file>              Path to file to write. Required.\n"
+         << std::flush;
+}
+
+}  // namespace Cradle::CommandLine

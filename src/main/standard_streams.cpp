@@ -1,0 +1,19 @@
+#include "main/standard_streams.h"
+
+#include <initializer_list>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Cradle::CommandLine {
+
+void fillStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // An open takes the lowest free number, which is this one: those below are taken by now.
+    if (fcntl(descriptor, F_GETFD) < 0 && open("/dev/null", O_RDWR) < 0) {
+      return;
+    }
+  }
+}
+
+}  // namespace Cradle::CommandLine
