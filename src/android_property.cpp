@@ -1,6 +1,7 @@
 #include "android_property.h"
 
 #include <array>
+#include <cstring>
 
 #include "base/shared_library.h"
 
@@ -21,7 +22,10 @@ std::string readProperty(const std::string& name) {
     return "";
   }
   std::array<char, kPropertyBufferSize> value{};
-  return propertyGet(name.c_str(), value.data(), "") > 0 ? value.data() : "";
+  if (propertyGet(name.c_str(), value.data(), "") <= 0) {
+    return "";
+  }
+  return {value.data(), strnlen(value.data(), value.size())};
 }
 
 }  // namespace Cradle::Parser

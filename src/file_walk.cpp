@@ -1,8 +1,9 @@
 #include "file_walk.h"
 
+#include <array>
 #include <fstream>
 #include <optional>
-#include <sstream>
+#include <utility>
 
 #include "base/text.h"
 #include "glob_paths.h"
@@ -11,11 +12,14 @@
 namespace Cradle::Parser {
 namespace {
 
+constexpr std::streamsize kPieceSize = 16384;
+
+// The whole file, or nothing where it cannot be opened or read, as with a directory.
 std::optional<std::string> readFile(const std::string& path) {
   std::ifstream file(path);
   std::string text;
-  std::array<char, 16384> piece{};
-  while (file.read(piece.data(), piece.size()) || file.gcount() > 0) {
+  std::array<char, kPieceSize> piece{};
+  while (file.read(piece.data(), kPieceSize) || file.gcount() > 0) {
     text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
   }
   return file.eof() && !file.bad() ? std::optional(std::move(text)) : std::nullopt;
