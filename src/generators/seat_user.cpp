@@ -36,8 +36,8 @@ SeatSessions seatSessions() {
   unsigned userCount = 0;
   const int count = login->seatGetSessions(kSeat, nullptr, &users, &userCount);
   const std::unique_ptr<uid_t, decltype(&std::free)> owner(users, &std::free);
-  // A seat can list sessions without telling whose they are.
-  return {count, userCount > 0 ? users[0] : kUnknownUser};
+  // A seat can list sessions without telling whose they are; the count is not to be trusted then.
+  return {count, users != nullptr && userCount > 0 ? users[0] : kUnknownUser};
 }
 
 struct MonitorDeleter {
