@@ -35,6 +35,7 @@ int generate(const Settings& settings) {
 
 int main(int argc, char** argv) {
   Cradle::CommandLine::fillStandardDescriptors();
+  Cradle::CommandLine::surviveBrokenPipes();
   libraryLogger().setTarget(LoggerConfig::TargetStderr);
   LoggerConfig::configure(nullptr);
 

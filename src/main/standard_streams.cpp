@@ -1,5 +1,6 @@
 #include "main/standard_streams.h"
 
+#include <csignal>
 #include <initializer_list>
 
 #include <fcntl.h>
@@ -14,6 +15,13 @@ void fillStandardDescriptors() {
       return;
     }
   }
+}
+
+void surviveBrokenPipes() {
+  struct sigaction action {};
+  action.sa_handler = [](int /*signal*/) {};
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGPIPE, &action, nullptr);
 }
 
 }  // namespace Cradle::CommandLine
