@@ -1,0 +1,226 @@
+"""The user of a run: looked up by id, or found on seat0 through the real login library."""
+
+import time
+
+import pytest
+
+from host import Host, generated
+
+UNDEFINED = "ERROR: User id must be defined!\n"
+NO_SESSIONS = "WARNING: Could not get sessions for seat0\n"
+NO_MONITOR = "WARNING: Could not create login monitor\n"
+
+
+@pytest.fixture
+def seat(host: Host) -> Host:
+    """A host with configuration, which looks for its user on seat0."""
+    host.user("bob", 1001, home="/home/bob")
+    host.conf("[A]\nKey=${USER}\n")
+    return host
+
+
+def without_monitor(host: Host) -> None:
+    """Let the login monitor fail, so that nobody is waited for."""
+    host.path("run/systemd/users").rmdir()
+
+
+def of_alice() -> str:
+    return generated("\n[A]\nKey=alice\n")
+
+
+def of_bob() -> str:
+    return generated("\n[A]\nKey=bob\n", UserId="1001", User="bob", Home="/home/bob")
+
+
+# --- seat0
+
+
+def test_the_user_of_the_active_session_is_taken(seat: Host) -> None:
+    seat.seat(ACTIVE="c2", ACTIVE_UID="1001", SESSIONS="c1 c2", UIDS="1000 1001")
+    result = seat.run("--config", "/c", "--log-level", "debug", "/out.conf")
+    assert result == (0, "", "DEBUG: Active session on seat0 found for UID 1001\n")
+    assert seat.read() == of_bob()
+
+
+def test_the_user_of_the_only_session_is_taken_though_it_is_inactive(seat: Host) -> None:
+    seat.seat(SESSIONS="c2", UIDS="1001")
+    result = seat.run("--config", "/c", "--log-level", "debug", "/out.conf")
+    message = "There is only one session on seat0, selecting UID 1001 as active user"
+    assert result == (0, "", f"DEBUG: {message}\n")
+    assert seat.read() == of_bob()
+
+
+def test_an_active_root_is_a_user_like_any_other(seat: Host) -> None:
+    seat.seat(ACTIVE="c1", ACTIVE_UID="0", SESSIONS="c1", UIDS="0")
+    assert seat.run("--config", "/c", "/out.conf") == (0, "", "")
+    root = {"UserId": "0", "User": "root", "Home": "/root"}
+    assert seat.read() == generated("\n[A]\nKey=root\n", **root)
+
+
+def test_a_given_user_makes_the_seat_meaningless(seat: Host) -> None:
+    seat.seat(ACTIVE="c2", ACTIVE_UID="1001", SESSIONS="c2", UIDS="1001")
+    assert seat.generate() == (0, "", "")
+    assert seat.read() == of_alice()
+
+
+def test_nobody_is_waited_for_when_a_user_is_there(seat: Host) -> None:
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1", UIDS="1000")
+    without_monitor(seat)
+    result = seat.run("--config", "/c", "/out.conf", strace=["-e", "trace=/inotify"])
+    assert result == (0, "", "")
+    assert seat.trace() == ["+++ exited with 0 +++"]
+
+
+# --- logging in during the wait
+
+
+def test_a_user_who_logs_in_during_the_wait_is_taken(seat: Host) -> None:
+    run = seat.start("--config", "/c", "/out.conf")
+    run.wait_for_login_monitor()
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1", UIDS="1000")
+    seat.announce_login(1000)
+    assert run.finish(timeout=20) == (0, "", NO_SESSIONS)
+    assert seat.read() == of_alice()
+
+
+def test_a_session_that_becomes_active_during_the_wait_is_taken(seat: Host) -> None:
+    seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
+    run = seat.start("--config", "/c", "/out.conf")
+    run.wait_for_login_monitor()
+    seat.seat(ACTIVE="c2", ACTIVE_UID="1001", SESSIONS="c1 c2", UIDS="1000 1001")
+    seat.announce_login(1001)
+    assert run.finish(timeout=20) == (0, "", "")
+    assert seat.read() == of_bob()
+
+
+def test_a_session_that_is_left_alone_during_the_wait_is_taken(seat: Host) -> None:
+    seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
+    run = seat.start("--config", "/c", "/out.conf")
+    run.wait_for_login_monitor()
+    seat.seat(SESSIONS="c1", UIDS="1000")
+    seat.announce_login(1001)
+    assert run.finish(timeout=20) == (0, "", "")
+    assert seat.read() == of_alice()
+
+
+def test_a_login_elsewhere_does_not_end_the_wait(seat: Host) -> None:
+    seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
+    run = seat.start("--config", "/c", "/out.conf")
+    run.wait_for_login_monitor()
+    seat.announce_login(1002)
+    time.sleep(0.5)
+    assert run.process.poll() is None
+    assert run.processor_time() < 0.25
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1 c2", UIDS="1000 1001")
+    seat.announce_login(1000)
+    assert run.finish(timeout=20) == (0, "", "")
+    assert seat.read() == of_alice()
+
+
+# --- failures
+
+
+def test_nobody_chooses_between_two_inactive_sessions(seat: Host) -> None:
+    seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
+    begin = time.monotonic()
+    result = seat.run("--config", "/c", "/out.conf")
+    assert 31 <= time.monotonic() - begin < 36
+    timeout = "WARNING: Could not get sessions for seat0, timeout reached\n"
+    assert result == (1, "", timeout + UNDEFINED)
+    assert not seat.exists()
+
+
+@pytest.mark.parametrize(
+    "fields",
+    [
+        {"SESSIONS": "c1 c2", "UIDS": "1000 1001"},
+        {"SESSIONS": "", "UIDS": ""},
+        {"IS_SEAT0": "1"},
+        {"SESSIONS": "c1"},
+        {"SESSIONS": "c1 c2"},
+        {"SESSIONS": "c1", "UIDS": ""},
+        {"SESSIONS": "c1 c2", "UIDS": "1000 1001", "ACTIVE": "c1"},
+        {"SESSIONS": "c1 c2", "UIDS": "1000 1001", "ACTIVE": "c1", "ACTIVE_UID": "none"},
+        {"SESSIONS": "c1 c2", "UIDS": "1000 1001", "ACTIVE": "c1", "ACTIVE_UID": "4294967295"},
+    ],
+    ids=str,
+)
+def test_a_seat_without_one_clear_user_gives_none(seat: Host, fields: dict[str, str]) -> None:
+    without_monitor(seat)
+    seat.seat(**fields)
+    seat.file("out.conf", "as it was")
+    assert seat.run("--config", "/c", "/out.conf") == (1, "", NO_MONITOR + UNDEFINED)
+    assert seat.read() == "as it was"
+
+
+@pytest.mark.parametrize(
+    "fields",
+    [
+        {"SESSIONS": "c1", "UIDS": "none"},
+        {"SESSIONS": "c1", "UIDS": "4294967295"},
+        {"SESSIONS": "c1 c2", "UIDS": "1000"},
+    ],
+    ids=str,
+)
+def test_a_seat_that_makes_no_sense_has_no_sessions(seat: Host, fields: dict[str, str]) -> None:
+    without_monitor(seat)
+    seat.seat(**fields)
+    result = seat.run("--config", "/c", "/out.conf")
+    assert result == (1, "", NO_SESSIONS + NO_MONITOR + UNDEFINED)
+    assert not seat.exists()
+
+
+def test_without_a_seat_and_a_monitor_there_is_no_user(seat: Host) -> None:
+    without_monitor(seat)
+    result = seat.run("--config", "/c", "/out.conf")
+    assert result == (1, "", NO_SESSIONS + NO_MONITOR + UNDEFINED)
+    assert not seat.exists()
+
+
+def test_without_the_login_library_there_is_no_user(seat: Host) -> None:
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1", UIDS="1000")
+    seat.file("/opt/broken/libsystemd.so.0", "no library")
+    environment = {"LD_LIBRARY_PATH": "/opt/broken"}
+    result = seat.run("--config", "/c", "/out.conf", env=environment)
+    assert result == (1, "", NO_SESSIONS + NO_MONITOR + UNDEFINED)
+    assert not seat.exists()
+
+
+def test_a_failing_poll_ends_the_wait(seat: Host) -> None:
+    seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
+    failing = ["-e", "inject=?poll,?ppoll:error=EINTR"]
+    result = seat.run("--config", "/c", "/out.conf", strace=failing)
+    assert result == (1, "", "WARNING: Polling login monitor failed!\n" + UNDEFINED)
+    assert not seat.exists()
+
+
+@pytest.mark.parametrize(
+    "given, shown",
+    [("1234", "1234"), ("2147483647", "2147483647"), ("-2", "4294967294"), ("12abc", "12")],
+)
+def test_an_unknown_user_ends_the_run(seat: Host, given: str, shown: str) -> None:
+    seat.file("out.conf", "as it was")
+    result = seat.run("--user-id", given, "--config", "/c", "/out.conf")
+    message = f"ERROR: Failed to get user information for uid {shown}: Success\n"
+    assert result == (1, "", message)
+    assert seat.read() == "as it was"
+
+
+def test_an_active_user_who_is_unknown_ends_the_run(seat: Host) -> None:
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1234", SESSIONS="c1", UIDS="1234")
+    message = "ERROR: Failed to get user information for uid 1234: Success\n"
+    assert seat.run("--config", "/c", "/out.conf") == (1, "", message)
+    assert not seat.exists()
+
+
+def test_an_unreadable_user_database_is_told_by_its_error(seat: Host) -> None:
+    options = ["-P", "/etc/passwd", "-e", "inject=openat:error=EMFILE"]
+    message = "ERROR: Failed to get user information for uid 1000: Too many open files\n"
+    assert seat.generate(strace=options) == (1, "", message)
+    assert not seat.exists()
+
+
+def test_the_user_is_looked_up_before_any_configuration_is_read(seat: Host) -> None:
+    seat.conf("A=${system:touch /read}\n")
+    assert seat.run("--user-id", "1234", "--config", "/c", "/out.conf").status == 1
+    assert not seat.exists("/read")
