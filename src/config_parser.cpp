@@ -39,14 +39,7 @@ void ConfigParser::removeKey(std::string_view group, std::string_view key) {
 }
 
 void ConfigParser::forEachEntry(const EntryVisitor& visit) const {
-  implementation_->store.visitInOrder(
-      [&](std::string_view group, std::string_view key, const ConfigStore::Values& values) {
-        std::vector<std::string> texts(values.size());
-        for (std::size_t i = 0; i < values.size(); ++i) {
-          resolve(values[i], texts[i]);
-        }
-        visit(group, key, texts);
-      });
+  implementation_->store.visitInOrder(visit);
 }
 
 }  // namespace Cradle::Parser

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -88,10 +89,10 @@ class ConfigParser {
   // included; beyond that, as in a circle, an error is logged and the text is empty.
   void resolve(const ConfigValue& value, std::string& out) const;
 
-  // Calls `visit` for every key with its values resolved, groups in ascending byte order and the
-  // keys of each likewise.
+  // Calls `visit` for every key with its values, oldest first; groups in ascending byte order and
+  // the keys of each likewise.
   using EntryVisitor = std::function<void(std::string_view group, std::string_view key,
-                                          const std::vector<std::string>& values)>;
+                                          std::span<const ConfigValue> values)>;
   void forEachEntry(const EntryVisitor& visit) const;
 
  private:

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,8 +32,8 @@ class ConfigStore {
   const Values* find(std::string_view group, std::string_view key) const;
 
   // Calls `visit` for every key, groups in ascending byte order and the keys of each likewise.
-  using Visitor =
-      std::function<void(std::string_view group, std::string_view key, const Values& values)>;
+  using Visitor = std::function<void(std::string_view group, std::string_view key,
+                                     std::span<const ConfigValue> values)>;
   void visitInOrder(const Visitor& visit) const;
 
  private:

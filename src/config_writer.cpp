@@ -37,7 +37,7 @@ void ConfigWriter::writeEmptyLine() {
   writeLine("", "", "");
 }
 
-void ConfigWriter::writeValue(std::string_view key, const std::string& value) {
+void ConfigWriter::writeValue(std::string_view key, std::string_view value) {
   writeLine(key, separator_, value);
 }
 

@@ -25,7 +25,7 @@ class ConfigWriter : private std::ofstream {
   void writeGroup(std::string_view name);    // the name in square brackets
   void writeEmptyLine();
 
-  void writeValue(std::string_view key, const std::string& value);
+  void writeValue(std::string_view key, std::string_view value);
   void writeValue(std::string_view key, const char* value);  // null throws std::logic_error
   void writeValue(std::string_view key, bool value);         // "true" or "false"
   void writeValue(std::string_view key, std::int32_t value);

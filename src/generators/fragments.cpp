@@ -11,7 +11,7 @@ using Parser::ConfigWriter;
 void collectStatic(ConfigWriter& writer, const std::string& pattern, std::string_view key) {
   Parser::forEachFile(pattern, [&](const std::string& /*path*/, std::string_view text) {
     for (const std::string_view line : split(text, '\n', EmptyParts::DropAll)) {
-      writer.writeValue(key, std::string(line));
+      writer.writeValue(key, line);
     }
   });
 }
@@ -21,7 +21,7 @@ void collectPropertyHooks(ConfigWriter& writer, const std::string& pattern, std:
   Parser::forEachHookLine(pattern, arguments,
                           [&](const std::string& /*path*/, std::string_view line) {
                             if (!line.empty()) {
-                              writer.writeValue(key, std::string(line));
+                              writer.writeValue(key, line);
                             }
                           });
 }

@@ -1,5 +1,6 @@
 #include "generators/generated_config.h"
 
+#include <span>
 #include <string_view>
 
 #include "base/text.h"
@@ -17,11 +18,21 @@ namespace Cradle::Generators {
 namespace {
 
 using Parser::ConfigParser;
+using Parser::ConfigValue;
 using Parser::ConfigWriter;
 
 constexpr std::string_view kHeadComment = "This is an automatically generated file, do not edit";
 constexpr std::string_view kMountedGroup = "Config";
 constexpr const char* kMountsKey = "Mounts";
+
+// All values of a key with their references followed, the empty ones included.
+std::string joinedText(const ConfigParser& parser, std::span<const ConfigValue> values) {
+  std::vector<std::string> texts(values.size());
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    parser.resolve(values[i], texts[i]);
+  }
+  return join(texts, ";");
+}
 
 // The user of the run: as given, or detected.
 bool settleUser(RunFacts& facts) {
@@ -63,7 +74,7 @@ class GeneratedFile {
   void writeMergedGroups(const ConfigParser& parser) {
     std::string current;
     parser.forEachEntry(
-        [&](std::string_view group, std::string_view key, const std::vector<std::string>& values) {
+        [&](std::string_view group, std::string_view key, std::span<const ConfigValue> values) {
           if (group != current) {
             current = group;
             beginGroup(group);
@@ -71,7 +82,7 @@ class GeneratedFile {
               writeHookedMounts();
             }
           }
-          writer_.writeValue(key, join(values, ";"));
+          writer_.writeValue(key, joinedText(parser, values));
         });
   }
 

@@ -17,8 +17,8 @@ using Parser::ConfigParser;
 using Parser::libraryLogger;
 using Parser::LoadResult;
 
-// The stored facts are plain text; no template of theirs is anybody's.
-constexpr std::int32_t kNobodysTemplates = 0;
+// The stored facts hold no templates, so it does not matter whose dconf database those would read.
+constexpr std::int32_t kTemplateUser = 0;
 
 // Every fact but the instance, which the command line always has.
 constexpr std::array kRequiredFacts{GeneratedGroup::kUserId, GeneratedGroup::kUser,
@@ -62,7 +62,7 @@ bool lookUpFacts(RunFacts& facts) {
 }
 
 GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts) {
-  ConfigParser parser(kNobodysTemplates);
+  ConfigParser parser(kTemplateUser);
   for (const std::string_view key : GeneratedGroup::kFacts) {
     parser.addKnownKey(GeneratedGroup::kName, key, Parser::SingleValue);
   }

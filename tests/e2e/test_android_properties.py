@@ -15,7 +15,8 @@ LIBRARY = "libandroid-properties.so.1"
         ("ro.product.model", "Cradle One"),
         ("ro.build.id", " spaced; text "),
         ("ro.dollar", "${HOME}"),
-        ("ro.longest", "0123456789" * 9 + "0"),
+        ("ro.longest", "0123456789" * 9 + "01234"),
+        ("ro.long.count", "text"),
     ],
 )
 def test_a_property_gives_its_text_as_it_stands(host: Host, name: str, text: str) -> None:
@@ -39,7 +40,7 @@ def dropped(name: str) -> tuple[int, str, str]:
     return (0, "", debug)
 
 
-@pytest.mark.parametrize("name", ["ro.empty", "ro.unknown", "", "RO.DOLLAR", "a:b"])
+@pytest.mark.parametrize("name", ["ro.empty", "ro.negative", "ro.zero", "ro.unknown", "", "RO.DOLLAR", "a:b"])
 def test_an_empty_or_unknown_property_has_no_value(host: Host, name: str) -> None:
     host.conf(f"[A]\nKey=x${{prop:{name}}}\n")
     result = host.generate("--log-level", "debug", env=host.android_properties())

@@ -54,6 +54,35 @@ def test_mount_hooks_run_in_byte_order_and_directory_by_directory(host: Host) ->
     assert host.read() == generated(config(*lines))
 
 
+def test_mount_hooks_run_before_the_references_of_config_are_followed(host: Host) -> None:
+    host.conf("[Config]\nKey=${config:Config/Key}\n")
+    host.script("/c/mount-hooks/a.sh", "echo bad\n")
+    status, _, stderr = host.generate()
+    assert status == 0
+    assert stderr == (
+        "ERROR: Not enough parts in mount entry: bad\n"
+        "WARNING: Invalid mount entry from /c/mount-hooks/a.sh: bad\n"
+        "ERROR: Max depth reached, possibly circular reference.\n"
+    )
+
+
+def test_mount_hooks_follow_the_order_of_the_command_line(host: Host) -> None:
+    for name in ("a", "b"):
+        host.script(f"/{name}/mount-hooks/x.sh", f"echo {MOUNT.replace('data', name, 1)}\n")
+    assert host.generate("--configs", "/b:/a:/b") == (0, "", "")
+    lines = [f"Mounts={MOUNT.replace('data', name, 1)}" for name in ("b", "a", "b")]
+    assert host.read() == generated(config(*lines))
+
+
+def test_a_hook_below_a_name_with_a_blank_is_two_words_to_the_shell(host: Host) -> None:
+    host.conf("[Config]\nKey=1\n", "/a b/10.conf")
+    host.script("/a b/mount-hooks/x.sh", f"echo {MOUNT}\n")
+    status, _, stderr = host.run("--user-id", "1000", "--config", "/a b", "/out.conf")
+    assert status == 0
+    assert stderr.endswith("WARNING: /a b/mount-hooks/x.sh exited with non-zero status: \x7f\n")
+    assert host.read() == generated(config())
+
+
 def test_mount_hooks_of_a_directory_without_configuration_run_too(host: Host) -> None:
     host.script("/d/mount-hooks/a.sh", f"echo {MOUNT}\n")
     assert host.generate("--config", "/d") == (0, "", "")
@@ -136,6 +165,22 @@ def test_contributions_interleave_directory_by_directory(host: Host) -> None:
         for name in ("c", "d")
     ]
     assert host.read() == generated(config(), "".join(lines))
+
+
+def test_contributions_follow_the_order_of_the_command_line(host: Host) -> None:
+    for name in ("a", "b"):
+        host.script(f"/{name}/property-pre-hooks/x.sh", f"echo pre-{name}\n")
+        host.file(f"/{name}/static/x.ro", f"ro-{name}\n")
+    assert host.generate("--configs", "/b:/a") == (0, "", "")
+    lines = ("PropertyPre=pre-b", "DefaultRo=ro-b", "PropertyPre=pre-a", "DefaultRo=ro-a")
+    assert host.read() == generated(config(), "".join(f"{line}\n" for line in lines))
+
+
+def test_the_name_of_a_directory_is_part_of_every_pattern(host: Host) -> None:
+    host.script("/d1/property-pre-hooks/x.sh", "echo pre\n")
+    host.file("/d2/static/x.lxc", "lxc\n")
+    assert host.generate("--config", "/d?") == (0, "", "")
+    assert host.read() == generated(config(), "PropertyPre=pre\nDefaultLxc=lxc\n")
 
 
 def test_property_hooks_run_in_byte_order(host: Host) -> None:

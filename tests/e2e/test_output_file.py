@@ -95,6 +95,16 @@ def test_a_whole_run(host: Host) -> None:
     )
 
 
+def test_a_value_with_a_dollar_sign_does_not_survive_being_read_back(host: Host) -> None:
+    host.conf("[A]\nKey=cost $$5\nOther=1\n")
+    host.directory("/g")
+    assert host.run("--user-id", "1000", "--config", "/c", "/g/99.conf") == (0, "", "")
+    again = host.run("--user-id", "1000", "--config", "/g", "/out.conf")
+    assert again == (0, "", "ERROR: '$' must be followed by '{' or '$': cost $5\n")
+    assert "Other=1\n" in host.read()
+    assert "Key=" not in host.read()
+
+
 def test_a_generated_file_is_configuration_like_any_other(host: Host) -> None:
     host.file("/c/static/a.lxc", "one\ntwo\n")
     options = ("--user-id", "1000", "--config", "/c", "--instance", "first")

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/text.h"
 #include "support/config_text.h"
 #include "support/dconf_database.h"
 #include "support/log_capture.h"
@@ -31,8 +30,14 @@ class Parser : public ::testing::Test {
   std::string entries() const {
     std::string text;
     parser_.forEachEntry(
-        [&](std::string_view group, std::string_view key, const std::vector<std::string>& values) {
-          text += std::string(group) + "/" + std::string(key) + "|" + join(values, "|") + "| ";
+        [&](std::string_view group, std::string_view key, std::span<const ConfigValue> values) {
+          text += std::string(group) + "/" + std::string(key) + "|";
+          for (const ConfigValue& value : values) {
+            std::string resolved;
+            parser_.resolve(value, resolved);
+            text += resolved + "|";
+          }
+          text += " ";
         });
     return text;
   }

@@ -28,7 +28,7 @@ class Store : public ::testing::Test {
   std::string all() const {
     std::string text;
     store_.visitInOrder(
-        [&](std::string_view group, std::string_view key, const ConfigStore::Values& values) {
+        [&](std::string_view group, std::string_view key, std::span<const ConfigValue> values) {
           text += std::string(group) + "/" + std::string(key) + shown(values) + " ";
         });
     return text;
@@ -37,7 +37,7 @@ class Store : public ::testing::Test {
   ConfigStore store_;
 
  private:
-  static std::string shown(const ConfigStore::Values& values) {
+  static std::string shown(std::span<const ConfigValue> values) {
     std::string text = "|";
     for (const ConfigValue& value : values) {
       text += value.text() + "|";

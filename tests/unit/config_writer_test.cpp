@@ -1,5 +1,7 @@
 #include "config_writer.h"
 
+#include <cctype>
+#include <cwchar>
 #include <filesystem>
 #include <limits>
 #include <locale>
@@ -106,6 +108,26 @@ TEST_F(ConfigWriterTest, WritesIntegersTheSameInEveryLocale) {
   ConfigWriter(path(), Separator::Plain).writeValue("Number", 1234567);
   std::locale::global(previous);
   EXPECT_EQ(written(), "Number=1234567\n");
+}
+
+// A locale in which files are written in capitals.
+class Shouting : public std::codecvt<char, char, std::mbstate_t> {
+ protected:
+  bool do_always_noconv() const noexcept override { return false; }
+  result do_out(std::mbstate_t& /*state*/, const char* from, const char* fromEnd,
+                const char*& fromNext, char* to, char* toEnd, char*& toNext) const override {
+    for (fromNext = from, toNext = to; fromNext != fromEnd && toNext != toEnd;) {
+      *toNext++ = static_cast<char>(std::toupper(static_cast<unsigned char>(*fromNext++)));
+    }
+    return ok;
+  }
+};
+
+TEST_F(ConfigWriterTest, WritesTextsTheSameInEveryLocale) {
+  const std::locale previous = std::locale::global(std::locale(std::locale(), new Shouting));
+  ConfigWriter(path(), Separator::Plain).writeValue("Key", "text");
+  std::locale::global(previous);
+  EXPECT_EQ(written(), "Key=text\n");
 }
 
 TEST_F(ConfigWriterTest, WritesContentAsItIsAndEndsItsLastLine) {

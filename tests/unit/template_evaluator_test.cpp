@@ -61,7 +61,7 @@ TEST(TemplateFormats, AreTheSevenOfTheLanguage) {
                                                     "realpath", "system"}));
 }
 
-TEST(TemplateFormats, HaveNamesThatASpecificationCanHold) {
+TEST(TemplateFormats, HaveNamesThatASubstitutionCanHold) {
   for (const TemplateFormat& format : templateFormats()) {
     EXPECT_FALSE(format.name.empty());
     EXPECT_EQ(format.name.find_first_of(":}"), std::string_view::npos) << format.name;
@@ -106,7 +106,7 @@ TEST(TemplateEvaluator, TakesATextWithoutAColonAsTheNameOfATemplate) {
   EXPECT_EQ(evaluated("RAW", context), "[${HOME} $$]");
 }
 
-TEST(TemplateEvaluator, TurnsAConfigSpecificationIntoAReference) {
+TEST(TemplateEvaluator, TurnsAConfigSubstitutionIntoAReference) {
   constexpr Evaluation kReferences[] = {
       {"config:Network/Mode", "<Network/Mode>"},
       {"config: G / K ", "< G / K >"},

@@ -120,7 +120,7 @@ TEST_F(Fragments, RunsThePropertyHooksOfOneKindOnly) {
 
 TEST_F(Fragments, LooksForANamedDeviceBelowDev) {
   EXPECT_EQ(nodes({"null"}), "[/dev/null]");
-  EXPECT_EQ(nodes({"nul[l]", "zero"}), "[/dev/null][/dev/zero]");
+  EXPECT_EQ(nodes({"nul[l]", "./zero"}), "[/dev/null][/dev/./zero]");
 }
 
 TEST_F(Fragments, LooksForADeviceWithAPathAsItStands) {

@@ -9,6 +9,7 @@
 #include "generators/login_library.h"
 #include "generators/user_database.h"
 #include "support/child_process.h"
+#include "support/dconf_database.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 #include "support/users.h"
@@ -16,6 +17,7 @@
 namespace Cradle::Generators {
 namespace {
 
+using Testing::DconfDatabase;
 using Testing::inChildWithoutDescriptors;
 using Testing::KnownUser;
 using Testing::LogCapture;
@@ -125,6 +127,12 @@ TEST_F(GeneratedConfig, ReplacesAnEarlierOutput) {
   conf("[G]\nKey=1\n");
   directory_.write("out", std::string(10000, 'x'));
   EXPECT_EQ(generated(), file("\n[G]\nKey=1\n"));
+}
+
+TEST_F(GeneratedConfig, ReadsTheDconfDatabaseOfTheGivenUserAndNotTheCallers) {
+  conf("[G]\nA=1\nB=${dconf:/cradle-test/key}\n");
+  const DconfDatabase database("[cradle-test]\nkey='of the caller'\n");
+  EXPECT_EQ(database.visibleTo([this] { return generated(); }), file("\n[G]\nA=1\n"));
 }
 
 // Mount hooks

@@ -107,6 +107,11 @@ TEST_F(GeneratedUserTest, TakesTheLastStoredValueOfEachFact) {
             "43|stored|/other|inst|9");
 }
 
+TEST_F(GeneratedUserTest, LetsALaterEmptyValueReplaceAStoredOne) {
+  store(kAllFacts + std::string("User=${system:true}\n"));
+  EXPECT_EQ(resolved(GeneratedUser::Found), "42||/stored|inst|9");
+}
+
 TEST_F(GeneratedUserTest, IgnoresAllOtherKeysInSilence) {
   directory_.write("d/a.conf", "[Config]\nUserId=1\nOther=${nonsense}\n");
   store(std::string("DefaultLxc=a;b\nPropertyPre=$x\n") + kAllFacts);

@@ -52,6 +52,15 @@ TEST(SeatUser, IsTheOneWhoseSessionTheLoginManagerCallsActive) {
   }
 }
 
+TEST(SeatUser, IsNobodyForTheReasonThatTheLoginManagerGives) {
+  ASSERT_NE(loginLibrary(), nullptr);
+  const int sessions = loginLibrary()->seatGetSessions("seat0", nullptr, nullptr, nullptr);
+  const std::uint32_t found = activeSeatUser();
+  const int error = errno;
+  EXPECT_TRUE(sessions >= 0 || (found == kUnknownUser && error == -sessions))
+      << "sessions " << sessions << ", user " << found << ", error " << error;
+}
+
 TEST(SeatUser, IsNotWaitedForWithATimeoutOfZero) {
   EXPECT_EQ(answer([] { return waitForActiveSeatUser(0); }), answer(activeSeatUser));
 }

@@ -71,6 +71,10 @@ void search() {
   LoggerConfig::find("a.1");
 }
 
+void configure() {
+  LoggerConfig::configure(nullptr);
+}
+
 void add() {
   LoggerConfig::create("a.1", LoggerConfig::LogCritical);
 }
@@ -93,18 +97,17 @@ TEST_F(Registry, IsNotWrittenWhileItIsRead) {
 }
 
 TEST_F(Registry, IsSearchedAndConfiguredWhileOthersReadIt) {
-  const std::shared_lock reading(loggerRegistry().mutex);
+  std::shared_lock reading(loggerRegistry().mutex);
   std::future<void> searching = std::async(std::launch::async, search);
-  std::future<void> configuring =
-      std::async(std::launch::async, [] { LoggerConfig::configure(nullptr); });
+  std::future<void> configuring = std::async(std::launch::async, configure);
   EXPECT_TRUE(finishes(searching));
   EXPECT_TRUE(finishes(configuring));
+  reading.unlock();
 }
 
 TEST_F(Registry, IsNotConfiguredWhileItIsWritten) {
   std::unique_lock writing(loggerRegistry().mutex);
-  std::future<void> configuring =
-      std::async(std::launch::async, [] { LoggerConfig::configure(nullptr); });
+  std::future<void> configuring = std::async(std::launch::async, configure);
   EXPECT_TRUE(isBlocked(configuring));
   writing.unlock();
   EXPECT_TRUE(finishes(configuring));
