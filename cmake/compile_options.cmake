@@ -5,6 +5,9 @@ if(CRADLE_WERROR)
   add_compile_options(-Werror)
 endif()
 
+# Assertions guard against programming errors in every build.
+add_compile_options(-UNDEBUG)
+
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
@@ -17,7 +20,7 @@ if(CRADLE_SANITIZE)
 else()
   add_compile_options(-fstack-protector-strong)
   add_link_options(-Wl,-z,relro -Wl,-z,now)
-  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
     # A distribution's compiler may define another value of its own.
     add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   endif()

@@ -42,16 +42,19 @@ ConfigFileIterator& ConfigFileIterator::operator++() {
 
 // Whether there was another line. A last line without line feed is one.
 bool ConfigFileIterator::readLine() {
-  if (good() && std::getline(*this, line_)) {
+  keyLength_ = 0;
+  valueBegin_ = 0;
+  if (std::getline(*this, line_)) {
     position_ = nextPosition_;
     nextPosition_ += static_cast<std::streamoff>(line_.size()) + 1;
     ++lineNumber_;
     return true;
   }
-  if (bad() || !eof()) {
-    info_.failed = true;
-  } else {
+  line_.clear();
+  if (eof()) {
     position_ = kEndPosition;
+  } else {
+    info_.failed = true;
   }
   return false;
 }
@@ -96,6 +99,7 @@ bool ConfigFileIterator::takeKey() {
     return false;
   }
   keyLength_ = separator;
+  valueBegin_ = separator + 1;
   return true;
 }
 

@@ -30,11 +30,11 @@ class ConfigFileIterator : private std::ifstream {
     return &info_ == &other.info_ && position_ == other.position_;
   }
 
-  // The current entry, valid until the next advance. Keys before the first group line belong to the
-  // group with the empty name.
+  // The current entry, valid until the next advance, and empty before the first and at the end.
+  // Keys before the first group line belong to the group with the empty name.
   std::string_view group() const { return group_; }
   std::string_view key() const { return std::string_view(line_).substr(0, keyLength_); }
-  std::string_view value() const { return std::string_view(line_).substr(keyLength_ + 1); }
+  std::string_view value() const { return std::string_view(line_).substr(valueBegin_); }
 
  private:
   bool readLine();
@@ -49,6 +49,7 @@ class ConfigFileIterator : private std::ifstream {
   std::uint32_t lineNumber_ = 0;     // of the last line read
   std::string line_;
   std::size_t keyLength_ = 0;
+  std::size_t valueBegin_ = 0;
   std::string group_;
 };
 

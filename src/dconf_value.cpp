@@ -4,8 +4,8 @@
 
 #include <pwd.h>
 
+#include "base/environment.h"
 #include "dconf_library.h"
-#include "environment.h"
 #include "template_context.h"
 #include "variant_text.h"
 

@@ -1,6 +1,6 @@
 // What any generator does with the static fragments and mount hooks of a configuration directory.
 //
-// Neither function stops at a bad file or script, and neither reports one: see file_walk.h.
+// Neither function stops at a bad file or script (see file_walk.h).
 #pragma once
 
 #include <span>

@@ -4,7 +4,6 @@
 #include <cassert>
 #include <string>
 
-#include "base/conversion.h"
 #include "config_parser.h"
 #include "logging/logger_config.h"
 

@@ -1,13 +1,13 @@
 #include "template_evaluator.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 
 #include "android_property.h"
+#include "base/environment.h"
+#include "base/table.h"
 #include "base/text.h"
 #include "dconf_value.h"
-#include "environment.h"
 #include "environment_file.h"
 #include "library_logger.h"
 #include "real_path.h"
@@ -121,10 +121,9 @@ TemplateResult evaluate(const TemplateContext& context, std::string_view spec, s
   if (colon == std::string_view::npos) {
     return evaluateNamed(context, spec, text);
   }
-  const auto* const format = std::find_if(
-      kFormats.begin(), kFormats.end(),
-      [&](const TemplateFormat& candidate) { return candidate.name == spec.substr(0, colon); });
-  if (format == kFormats.end()) {
+  const TemplateFormat* const format =
+      findRow(kFormats, &TemplateFormat::name, spec.substr(0, colon));
+  if (format == nullptr) {
     libraryLogger().error() << "Invalid template '" << spec << "'";
     return TemplateResult::Failure;
   }

@@ -1,8 +1,8 @@
 // The template evaluator: turns the text between "${" and "}" into text or into a reference.
 //
-// A specification without ":" is the name of a registered template; otherwise the part before the
-// first ":" is the format and the rest its argument. Formats and their sources are the rows of one
-// table. Syntax errors are logged as errors, a source without a value for debugging only.
+// A text without ":" is the name of a registered template; otherwise the part before the first ":"
+// is the format and the rest its argument. Formats and their sources are the rows of one table.
+// Syntax errors are logged as errors, a source without a value for debugging only.
 #pragma once
 
 #include <cstdint>

@@ -1,10 +1,10 @@
 #include "variant_text.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "base/conversion.h"
+#include "base/table.h"
 #include "dconf_library.h"
 #include "library_logger.h"
 
@@ -55,10 +55,8 @@ constexpr std::array<PrintedType, 11> kPrintedTypes{{
 std::string print(const DconfLibrary& glib, GVariant* value) {
   const char* const typeString = glib.typeString(value);
   const std::string_view name = typeString == nullptr ? "" : typeString;
-  const auto* const type =
-      std::find_if(kPrintedTypes.begin(), kPrintedTypes.end(),
-                   [&](const PrintedType& printed) { return printed.typeString == name; });
-  if (type == kPrintedTypes.end()) {
+  const PrintedType* const type = findRow(kPrintedTypes, &PrintedType::typeString, name);
+  if (type == nullptr) {
     libraryLogger().warning() << "Unsupported GVariant type '" << typeString << "'";
     return "";
   }

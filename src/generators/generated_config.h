@@ -1,8 +1,10 @@
 // The generated configuration: all directories merged into one flat file, and the facts of the run.
 //
-// The first of the three outputs. Its file holds plain text without templates or references, every
-// group and key in ascending byte order, and a last group "GeneratedConfig" with the user, the
-// instance and what hooks and static fragments contributed, which the other two runs read back.
+// The first of the three outputs. Its file holds text with all templates and references expanded:
+// every group and key in ascending byte order, in group "Config", if it has an entry, behind what
+// the mount hooks print; and a last group "GeneratedConfig" with the user, the instance and what
+// property hooks and static fragments contribute. The other two runs read it back as configuration,
+// so a value's ";" separates there, and its "$" begins a template.
 #pragma once
 
 #include <cstdint>

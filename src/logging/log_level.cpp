@@ -1,8 +1,8 @@
 #include "logging/log_level.h"
 
-#include <algorithm>
 #include <cassert>
 
+#include "base/table.h"
 #include "base/text.h"
 #include "logging/logger_config.h"
 
@@ -14,10 +14,8 @@ const LevelRow& levelRow(Level level) {
 
 int convertLevelFromString(std::string value) {
   toLowerCase(value);
-  const auto* const row = std::find_if(kLevels.begin(), kLevels.end(), [&](const LevelRow& level) {
-    return level.inputName == value;
-  });
-  return row == kLevels.end() ? -1 : static_cast<int>(row->level);
+  const LevelRow* const row = findRow(kLevels, &LevelRow::inputName, value);
+  return row == nullptr ? -1 : static_cast<int>(row->level);
 }
 
 Level convertLevelFromInt(int level) {

@@ -27,7 +27,9 @@ LogMessage& LogMessage::operator<<(const char* part) {
 }
 
 LogMessage& LogMessage::operator<<(std::string_view part) {
-  parts_.emplace_back(part);
+  if (!targetDropsAll(target_)) {
+    parts_.emplace_back(part);
+  }
   return *this;
 }
 

@@ -2,7 +2,6 @@
 
 // Without this the journal's functions are macros that add the place of the call in this program.
 #define SD_JOURNAL_SUPPRESS_LOCATION
-#include <algorithm>
 #include <array>
 #include <fstream>
 #include <iostream>
@@ -10,6 +9,7 @@
 #include <systemd/sd-journal.h>
 
 #include "base/systemd_library.h"
+#include "base/table.h"
 #include "base/text.h"
 
 namespace Cradle::Parser::Logging {
@@ -53,10 +53,8 @@ LogTarget makeTarget(Target target) {
 
 LogTarget convertTargetFromString(std::string value) {
   toLowerCase(value);
-  for (const NamedTarget& named : kNamedTargets) {
-    if (named.name == value) {
-      return makeTarget(named.target);
-    }
+  if (const NamedTarget* const named = findRow(kNamedTargets, &NamedTarget::name, value)) {
+    return makeTarget(named->target);
   }
   if (value.starts_with('/')) {
     auto file = std::make_shared<std::ofstream>(value);
@@ -65,6 +63,10 @@ LogTarget convertTargetFromString(std::string value) {
     }
   }
   return {Target::TargetFile, nullptr};
+}
+
+bool targetDropsAll(const LogTarget& target) {
+  return target.target != Target::TargetSystemd && !target.stream;
 }
 
 bool targetIsValid(const LogTarget& target) {

@@ -31,6 +31,9 @@ LogTarget makeTarget(Target target);
 // opened and any other text give TargetFile without a stream.
 LogTarget convertTargetFromString(std::string value);
 
+// Whether nothing sent there goes anywhere: a target that has neither the journal nor a stream.
+bool targetDropsAll(const LogTarget& target);
+
 // Whether lines sent there can arrive: the journal always; otherwise a stream in a good state.
 bool targetIsValid(const LogTarget& target);
 

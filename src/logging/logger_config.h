@@ -41,8 +41,9 @@ class LoggerConfig {
   // The registered logger of exactly that identity, or an empty pointer.
   static std::shared_ptr<LoggerConfig> find(Ident ident);
 
-  // Applies the group "Logging" of `config` (nothing when null) and then the environment variables
-  // CRADLE_LOGGING and CRADLE_LOGGING_TARGET, which override it, to every registered logger.
+  // Applies the group "Logging" of `config` (nothing when null) to every registered logger, and
+  // then the environment, which overrides it: CRADLE_LOGGING is "IDENTITY=LEVEL" items separated by
+  // ";", CRADLE_LOGGING_TARGET one target for all. Each logger opens a file target on its own.
   static void configure(const ConfigParser* config);
 
   ~LoggerConfig();

@@ -1,26 +1,17 @@
 // LoggerConfig::configure(): what the configuration and the environment say about the loggers.
 
-#include <cstdlib>
 #include <shared_mutex>
 #include <string>
 
+#include "base/environment.h"
 #include "base/text.h"
 #include "logging/logger_config.h"
 #include "logging/logger_registry.h"
 
 namespace Cradle::Parser::Logging {
-namespace {
-
-std::string environmentVariable(const char* name) {
-  const char* const value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
-}  // namespace
-
 void LoggerConfig::configure(const ConfigParser* config) {
-  const std::string levels = environmentVariable("CRADLE_LOGGING");
-  const std::string target = environmentVariable("CRADLE_LOGGING_TARGET");
+  const std::string levels = getEnvironment("CRADLE_LOGGING", "");
+  const std::string target = getEnvironment("CRADLE_LOGGING_TARGET", "");
   LoggerRegistry& registry = loggerRegistry();
   const std::shared_lock lock(registry.mutex);
   for (const std::shared_ptr<LoggerConfig>& logger : registry.loggers) {

@@ -1,14 +1,16 @@
 #include "main/command_line.h"
 
-#include <algorithm>
 #include <optional>
+
+#include "base/table.h"
 
 namespace Cradle::CommandLine {
 namespace {
 
 constexpr std::size_t kUsageColumn = 27;  // the width of an option and its placeholder
 
-// One pass over the arguments. What goes wrong is written at once; the answer is whether it did.
+// One pass over the arguments. Where one is wrong, its message is written at once and run() is
+// false.
 class Scan {
  public:
   Scan(std::span<const char* const> arguments, Settings& settings, Streams streams)
@@ -52,9 +54,8 @@ class Scan {
   }
 
   bool takeOption(std::string_view name, std::size_t valuePosition) {
-    const auto option = std::find_if(options().begin(), options().end(),
-                                     [&](const Option& row) { return row.name == name; });
-    if (option == options().end()) {
+    const Option* const option = findRow(options(), &Option::name, name);
+    if (option == nullptr) {
       streams_.errors << name << ": unknown argument\n";
       return false;
     }
@@ -107,8 +108,7 @@ void printUsage(std::string_view program, std::ostream& output) {
     column.resize(kUsageColumn, ' ');
     output << "    " << column << option.help << option.helpDefault << '\n';
   }
-  output << "\nARGS:\n    <output_file>              Path to file to write. Required.\n"
-         << std::flush;
+  output << "\nARGS:\n    <output_file>              Path to file to write. Required.\n";
 }
 
 }  // namespace Cradle::CommandLine

@@ -1,11 +1,11 @@
 #include "main/options.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
 
+#include "base/table.h"
 #include "base/text.h"
 
 namespace Cradle::CommandLine {
@@ -25,9 +25,8 @@ constexpr std::array<TypeWord, 3> kTypes{{
 }};
 
 bool applyType(Settings& settings, const std::string& value, std::ostream& errors) {
-  const auto* const type = std::find_if(kTypes.begin(), kTypes.end(),
-                                        [&](const TypeWord& named) { return named.word == value; });
-  if (type == kTypes.end()) {
+  const TypeWord* const type = findRow(kTypes, &TypeWord::word, value);
+  if (type == nullptr) {
     errors << "Invalid value for --type. " << kTypeWords << '\n';
     return false;
   }

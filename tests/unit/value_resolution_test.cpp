@@ -182,6 +182,13 @@ TEST_F(ValueResolution, EmptiesTheOutputOfAFailedResolution) {
   EXPECT_EQ(log_.text(), kTooDeep);
 }
 
+TEST_F(ValueResolution, AsksForNoFurtherKeyOnceItHasFailed) {
+  parser_.addKnownKey("G", "A", SingleValue);
+  ASSERT_TRUE(load("A=${config:G/A}${config:G/Undeclared}\n"));
+  EXPECT_EQ(textOf("A"), "");
+  EXPECT_EQ(log_.text(), kTooDeep);
+}
+
 TEST_F(ValueResolution, WarnsOfAReferenceToAnUndeclaredKeyAndFollowsItAllTheSame) {
   ASSERT_TRUE(load("Old=1\n"));
   parser_.addKnownKey("G", "A", SingleValue);

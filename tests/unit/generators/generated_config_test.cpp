@@ -256,6 +256,14 @@ TEST_F(GeneratedConfig, SucceedsThoughHooksFail) {
                       " exited with non-zero status: B\n");
 }
 
+TEST_F(GeneratedConfig, RunsMountHooksBeforeItFollowsTheReferencesOfTheirGroup) {
+  conf("[Config]\nKey=x${config:Config/Key}\n");
+  const std::string hook = directory_.writeScript("c/mount-hooks/a.sh", "exit 65\n");
+  EXPECT_EQ(generated(), file("\n[Config]\nKey=\n"));
+  EXPECT_EQ(log_, "WARNING: " + hook + " exited with non-zero status: A\n" +
+                      "ERROR: Max depth reached, possibly circular reference.\n");
+}
+
 TEST_F(GeneratedConfig, SucceedsThoughTheOutputCannotBeOpened) {
   conf("[G]\nKey=1\n");
   std::filesystem::create_directory(directory_.path("out"));

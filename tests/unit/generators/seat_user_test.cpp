@@ -54,6 +54,7 @@ TEST(SeatUser, IsTheOneWhoseSessionTheLoginManagerCallsActive) {
 
 TEST(SeatUser, IsNobodyForTheReasonThatTheLoginManagerGives) {
   ASSERT_NE(loginLibrary(), nullptr);
+  const LogCapture log;
   const int sessions = loginLibrary()->seatGetSessions("seat0", nullptr, nullptr, nullptr);
   const std::uint32_t found = activeSeatUser();
   const int error = errno;

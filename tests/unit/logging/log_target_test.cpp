@@ -106,6 +106,14 @@ TEST(LogTarget, IsValidWithAStreamInAGoodStateAndAlwaysForTheJournal) {
   EXPECT_TRUE(targetIsValid(targetOn(std::make_shared<std::ostringstream>())));
 }
 
+TEST(LogTarget, DropsAllWhereItHasNeitherTheJournalNorAStream) {
+  EXPECT_TRUE(targetDropsAll(LogTarget{}));
+  EXPECT_TRUE(targetDropsAll(makeTarget(Target::TargetFile)));
+  EXPECT_FALSE(targetDropsAll(makeTarget(Target::TargetSystemd)));
+  EXPECT_FALSE(targetDropsAll(makeTarget(Target::TargetStderr)));
+  EXPECT_FALSE(targetDropsAll(targetOn(std::make_shared<std::ostringstream>())));
+}
+
 struct Line {
   Level level;
   const char* line;

@@ -1,11 +1,11 @@
-// The process environment as a value source.
+// The process environment.
 #pragma once
 
 #include <string>
 
-namespace Cradle::Parser {
+namespace Cradle {
 
 // The value of the variable `name` if it is set, even if empty, else `fallback` (getenv).
 std::string getEnvironment(const std::string& name, const std::string& fallback);
 
-}  // namespace Cradle::Parser
+}  // namespace Cradle

@@ -1,10 +1,10 @@
-#include "environment.h"
+#include "base/environment.h"
 
 #include <gtest/gtest.h>
 
 #include "support/environment_variable.h"
 
-namespace Cradle::Parser {
+namespace Cradle {
 namespace {
 
 using Testing::EnvironmentVariable;
@@ -33,4 +33,4 @@ TEST(Environment, TakesNamesAsTheyStand) {
 }
 
 }  // namespace
-}  // namespace Cradle::Parser
+}  // namespace Cradle
