@@ -172,13 +172,11 @@ TEST(ConfigFileIterator, EqualsAnotherOnTheSameLineOfTheSameFile) {
   ConfigFileInfo info(path);
   ConfigFileIterator entry(info, false);
   ConfigFileIterator other(info, false);
-  EXPECT_TRUE(entry == other);
-  EXPECT_FALSE(entry != other);
+  EXPECT_EQ(entry, other);
   ++entry;
-  EXPECT_TRUE(entry != other);
-  EXPECT_FALSE(entry == other);
+  EXPECT_NE(entry, other);
   ++other;
-  EXPECT_TRUE(entry == other);
+  EXPECT_EQ(entry, other);
 }
 
 TEST(ConfigFileIterator, EqualsTheEndBehindTheLastEntry) {
@@ -191,6 +189,17 @@ TEST(ConfigFileIterator, EqualsTheEndBehindTheLastEntry) {
   ++entry;
   EXPECT_EQ(entry, ConfigFileIterator(info, true));
   EXPECT_FALSE(info.failed);
+}
+
+TEST(ConfigFileIterator, HasAnEmptyKeyAndValueWhereThereIsNoEntry) {
+  const LogCapture log;
+  const TemporaryDirectory directory;
+  for (const char* const text : {"", "# comment", "bad", "/bad=1", "A=1", "A=1\nbad line\n"}) {
+    ConfigFileInfo info(directory.write("test.conf", text));
+    ConfigFileIterator entry(info, false);
+    ++entry;
+    EXPECT_EQ(entryOf(entry), "[] =\n") << text;
+  }
 }
 
 TEST(ConfigFileIterator, DiffersFromOneOverAnotherFile) {

@@ -98,7 +98,20 @@ TEST_F(Parser, EnumeratesGroupsAndTheirKeysInByteOrder) {
   EXPECT_EQ(entries(), "/Top|8| B/K|7| a/10|5| a/9|6| a/Z|3|4|0| a/z|2| b/A|9| b/K|1| ");
 }
 
-TEST_F(Parser, EnumeratesResolvedValuesTheEmptyOnesIncluded) {
+TEST_F(Parser, EnumeratesValuesWithoutFollowingTheirReferences) {
+  ASSERT_TRUE(loadText(parser_, "[G]\nK=a;<${config:G/K}>;c\n"));
+  std::string texts;
+  parser_.forEachEntry(
+      [&](std::string_view, std::string_view, std::span<const ConfigValue> values) {
+        for (const ConfigValue& value : values) {
+          texts += value.text() + "|";
+        }
+      });
+  EXPECT_EQ(texts, "a|<>|c|");
+  EXPECT_EQ(log_.text(), "");
+}
+
+TEST_F(Parser, EnumeratesValuesThatResolveToNothingToo) {
   ASSERT_TRUE(loadText(parser_, "[G]\nK=a;<${config:X/Y}>;${config:X/Missing};c\n[X]\nY=y\n"));
   EXPECT_EQ(entries(), "G/K|a|<y>||c| X/Y|y| ");
 }

@@ -2,12 +2,15 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <streambuf>
 #include <string>
 
+#include <dlfcn.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "logging/logger_config.h"
@@ -20,6 +23,7 @@ namespace Cradle::Parser::Logging {
 namespace {
 
 using Testing::EmptyLoggerRegistry;
+using ::testing::HasSubstr;
 using Testing::LowerCasePath;
 using Testing::StreamCapture;
 using Testing::TemporaryDirectory;
@@ -166,6 +170,21 @@ TEST_F(LogMessages, LeaveTheCallersErrorNumberAlone) {
   std::cout.rdbuf(previous);
   EXPECT_EQ(after, ENOENT);
   EXPECT_FALSE(printed);
+}
+
+[[noreturn]] void logToJournal() {
+  if (dlopen(JOURNAL_STUB, RTLD_NOW) != nullptr) {
+    const auto logger = LoggerConfig::create("a.b", LoggerConfig::LogWarning);
+    logger->warning() << "x"
+                      << "y";
+  }
+  std::exit(0);
+}
+
+// The library for the journal can be replaced only in a process that has not opened it yet.
+TEST(LogMessageDeathTest, GoesToTheJournalInOnePieceWithoutLevelAndIdentity) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(logToJournal(), ::testing::ExitedWithCode(0), HasSubstr("journal <4> <%s> <xy>\n"));
 }
 
 // Failures
