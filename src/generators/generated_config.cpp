@@ -4,15 +4,11 @@
 #include <string_view>
 
 #include "base/text.h"
-#include "config_parser.h"
 #include "config_writer.h"
 #include "generator_helpers.h"
 #include "generators/fragments.h"
 #include "generators/generated_group.h"
-#include "generators/generated_user.h"
-#include "generators/run_facts.h"
-#include "generators/seat_user.h"
-#include "library_logger.h"
+#include "generators/run.h"
 
 namespace Cradle::Generators {
 namespace {
@@ -34,31 +30,16 @@ std::string joinedText(const ConfigParser& parser, std::span<const ConfigValue> 
   return join(texts, ";");
 }
 
-// The user of the run: as given, or detected.
-bool settleUser(RunFacts& facts) {
-  if (facts.userId == kUnknownUser) {
-    facts.userId = waitForActiveSeatUser(kSeatUserTimeout);
-  }
-  if (facts.userId == kUnknownUser) {
-    Parser::libraryLogger().error() << "User id must be defined!";
-    return false;
-  }
-  return lookUpFacts(facts);
-}
-
 // One run's output, written top to bottom.
 class GeneratedFile {
  public:
   GeneratedFile(const std::string& path, const std::vector<std::string>& directories,
-                const RunFacts& facts)
-      : writer_(path, ConfigWriter::Separator::Plain),
-        directories_(directories),
-        facts_(facts),
-        arguments_(hookArguments(facts)) {}
+                const Run& run)
+      : writer_(path, ConfigWriter::Separator::Plain), directories_(directories), run_(run) {}
 
-  void write(const ConfigParser& parser) {
+  void write() {
     writer_.writeComment(kHeadComment);
-    writeMergedGroups(parser);
+    writeMergedGroups();
     beginGroup(GeneratedGroup::kName);
     writeContributions();
     writeFacts();
@@ -71,9 +52,9 @@ class GeneratedFile {
   }
 
   // Entries of the group with the empty name come first and need no header.
-  void writeMergedGroups(const ConfigParser& parser) {
+  void writeMergedGroups() {
     std::string current;
-    parser.forEachEntry(
+    run_.parser.forEachEntry(
         [&](std::string_view group, std::string_view key, std::span<const ConfigValue> values) {
           if (group != current) {
             current = group;
@@ -82,58 +63,51 @@ class GeneratedFile {
               writeHookedMounts();
             }
           }
-          writer_.writeValue(key, joinedText(parser, values));
+          writer_.writeValue(key, joinedText(run_.parser, values));
         });
   }
 
   void writeHookedMounts() {
     for (const std::string& directory : directories_) {
       Parser::GeneratorHelpers::runMountHooks(writer_, directory + kMountHooks, kMountsKey,
-                                              arguments_);
+                                              run_.hookArguments);
     }
   }
 
   void writeContributions() {
     for (const std::string& directory : directories_) {
       collectPropertyHooks(writer_, directory + kPropertyPreHooks, GeneratedGroup::kPropertyPre,
-                           arguments_);
+                           run_.hookArguments);
       collectPropertyHooks(writer_, directory + kPropertyPostHooks, GeneratedGroup::kPropertyPost,
-                           arguments_);
+                           run_.hookArguments);
       collectStatic(writer_, directory + kStaticLxc, GeneratedGroup::kDefaultLxc);
       collectStatic(writer_, directory + kStaticRo, GeneratedGroup::kDefaultRo);
     }
   }
 
   void writeFacts() {
-    writer_.writeValue(GeneratedGroup::kUserId, std::to_string(facts_.userId));
-    writer_.writeValue(GeneratedGroup::kUser, facts_.user);
-    writer_.writeValue(GeneratedGroup::kHome, facts_.home);
-    writer_.writeValue(GeneratedGroup::kInstance, facts_.instance);
-    writer_.writeValue(GeneratedGroup::kBaseUid, std::to_string(facts_.baseUid));
+    writer_.writeValue(GeneratedGroup::kUserId, std::to_string(run_.facts.userId));
+    writer_.writeValue(GeneratedGroup::kUser, run_.facts.user);
+    writer_.writeValue(GeneratedGroup::kHome, run_.facts.home);
+    writer_.writeValue(GeneratedGroup::kInstance, run_.facts.instance);
+    writer_.writeValue(GeneratedGroup::kBaseUid, std::to_string(run_.facts.baseUid));
   }
 
   ConfigWriter writer_;
   const std::vector<std::string>& directories_;
-  const RunFacts& facts_;
-  const std::vector<std::string> arguments_;
+  const Run& run_;
 };
 
 }  // namespace
 
 int generateConfig(const std::string& output, const std::vector<std::string>& directories,
                    std::uint32_t userId, const std::string& instance, std::uint32_t baseUid) {
-  // The parser is for the user as given: where the user is still to be detected, "dconf" templates
-  // read in the environment as it is.
-  ConfigParser parser(static_cast<std::int32_t>(userId));
-  RunFacts facts{userId, "", "", instance, baseUid};
-  if (!settleUser(facts)) {
+  const auto run = prepareRun(kConfigRun, directories,
+                              {.userId = userId, .instance = instance, .baseUid = baseUid});
+  if (!run) {
     return 1;
   }
-  addNamedTemplates(parser, facts);
-  if (!loadConfiguration(parser, directories)) {
-    return 1;
-  }
-  GeneratedFile(output, directories, facts).write(parser);
+  GeneratedFile(output, directories, *run).write();
   return 0;
 }
 

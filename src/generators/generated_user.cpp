@@ -47,18 +47,34 @@ void readFacts(const ConfigParser& parser, RunFacts& facts) {
   }
 }
 
-}  // namespace
-
-bool lookUpFacts(RunFacts& facts) {
+GeneratedUser lookUp(RunFacts& facts) {
   std::optional<User> user = lookupUser(facts.userId);
   if (!user) {
     libraryLogger().error() << "Failed to get user information for uid " << facts.userId << ": "
                             << std::strerror(errno);
-    return false;
+    return GeneratedUser::Failed;
   }
   facts.user = std::move(user->name);
   facts.home = std::move(user->home);
-  return true;
+  return GeneratedUser::Resolved;
+}
+
+// Whether the user id is known, the user at the machine being waited for if need be.
+bool detect(RunFacts& facts) {
+  if (facts.userId == kUnknownUser) {
+    facts.userId = waitForActiveSeatUser(kSeatUserTimeout);
+  }
+  return facts.userId != kUnknownUser;
+}
+
+}  // namespace
+
+GeneratedUser resolveUser(RunFacts& facts) {
+  if (!detect(facts)) {
+    libraryLogger().error() << "User id must be defined!";
+    return GeneratedUser::Failed;
+  }
+  return lookUp(facts);
 }
 
 GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts) {
@@ -73,14 +89,11 @@ GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, 
     readFacts(parser, facts);
     return GeneratedUser::Found;
   }
-  if (facts.userId == kUnknownUser) {
-    facts.userId = waitForActiveSeatUser(kSeatUserTimeout);
-    if (facts.userId == kUnknownUser) {
-      libraryLogger().error() << "Failed to get seat0 user: " << std::strerror(errno);
-      return GeneratedUser::Failed;
-    }
+  if (!detect(facts)) {
+    libraryLogger().error() << "Failed to get seat0 user: " << std::strerror(errno);
+    return GeneratedUser::Failed;
   }
-  return lookUpFacts(facts) ? GeneratedUser::Resolved : GeneratedUser::Failed;
+  return lookUp(facts);
 }
 
 }  // namespace Cradle::Generators

@@ -1,4 +1,4 @@
-// For whom a run writes, when an earlier run may have settled it already.
+// For whom a run writes: as the host says, or as an earlier run has settled it.
 #pragma once
 
 #include <cstdint>
@@ -15,14 +15,13 @@ enum class GeneratedUser : std::int8_t {
   Found = 1,     // all facts come from a generated configuration
 };
 
-// Fills in the user name and home directory of the user id in `facts` from the user database.
-// False, with an error logged, where there is no such user.
-bool lookUpFacts(RunFacts& facts);
+// Completes `facts`, which holds the user id of the command line, from the host alone: the user at
+// the machine is waited for where the id is kUnknownUser; user name and home directory come from
+// the user database. Never Found.
+GeneratedUser resolveUser(RunFacts& facts);
 
-// Completes `facts`, which holds the user id (kUnknownUser for detection), instance and base uid of
-// the command line. A generated configuration in one of the directories overrides them all; without
-// a stored instance the given one stays. Otherwise the user at the machine is waited for where the
-// id is unknown, and the id looked up in the user database.
+// The same, unless one of the directories holds a generated configuration. Its facts then replace
+// all others; without a stored instance the given one stays.
 GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts);
 
 }  // namespace Cradle::Generators

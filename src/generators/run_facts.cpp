@@ -3,9 +3,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "base/text.h"
-#include "library_logger.h"
-
 namespace Cradle::Generators {
 namespace {
 
@@ -22,20 +19,14 @@ std::vector<std::string> hookArguments(const RunFacts& facts) {
           std::to_string(facts.baseUid)};
 }
 
-void addNamedTemplates(Parser::ConfigParser& parser, const RunFacts& facts) {
+void addNamedTemplates(Parser::ConfigParser& parser, const RunFacts& facts, bool withOdmDirectory) {
   parser.addTemplate("HOME", facts.home);
   parser.addTemplate("INSTANCE", facts.instance);
-  parser.addTemplate("ODM_DIR", odmDirectory());
+  if (withOdmDirectory) {
+    parser.addTemplate("ODM_DIR", odmDirectory());
+  }
   parser.addTemplate("USER", facts.user);
   parser.addTemplate("USER_ID", std::to_string(facts.userId));
-}
-
-bool loadConfiguration(Parser::ConfigParser& parser, const std::vector<std::string>& directories) {
-  const Parser::LoadResult result = parser.loadDirectories(directories);
-  if (result == Parser::LoadResult::NothingToLoad) {
-    Parser::libraryLogger().error() << "No configuration to read in " << join(directories, ", ");
-  }
-  return result == Parser::LoadResult::Loaded;
 }
 
 }  // namespace Cradle::Generators

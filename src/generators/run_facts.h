@@ -11,9 +11,9 @@ namespace Cradle::Generators {
 
 struct RunFacts {
   std::uint32_t userId = 0;
-  std::string user;
-  std::string home;
-  std::string instance;
+  std::string user = {};
+  std::string home = {};
+  std::string instance = {};
   std::uint32_t baseUid = 0;
 };
 
@@ -21,11 +21,8 @@ struct RunFacts {
 // and base uid, the numbers in decimal.
 std::vector<std::string> hookArguments(const RunFacts& facts);
 
-// Registers the templates "HOME", "INSTANCE", "ODM_DIR", "USER" and "USER_ID".
-void addNamedTemplates(Parser::ConfigParser& parser, const RunFacts& facts);
-
-// Loads the directories. False when nothing was there to load, which is logged, or a file was
-// invalid, which the parser has logged.
-bool loadConfiguration(Parser::ConfigParser& parser, const std::vector<std::string>& directories);
+// Registers the templates "HOME", "INSTANCE", "USER" and "USER_ID", and "ODM_DIR" where it is
+// wanted.
+void addNamedTemplates(Parser::ConfigParser& parser, const RunFacts& facts, bool withOdmDirectory);
 
 }  // namespace Cradle::Generators

@@ -13,8 +13,8 @@ namespace Cradle::Generators {
 inline constexpr std::uint32_t kUnknownUser = static_cast<std::uint32_t>(-1);
 
 struct User {
-  std::string name;
-  std::string home;
+  std::string name = {};
+  std::string home = {};
   std::uint32_t groupId = 0;  // the primary group
 };
 

@@ -142,20 +142,20 @@ TEST_F(GeneratedUserTest, LooksTheGivenUserUpWhereAFactIsMissing) {
   }
 }
 
-TEST(LookUpFacts, FillsInTheNameAndTheHomeAndNothingElse) {
+TEST(ResolvedUser, FillsInTheNameAndTheHomeAndNothingElse) {
   RunFacts facts{thisUser().uid, "old", "old", "given", 7};
-  EXPECT_TRUE(lookUpFacts(facts));
+  EXPECT_EQ(resolveUser(facts), GeneratedUser::Resolved);
   EXPECT_EQ(shown(facts), lookedUp());
 }
 
 // Failures
 
-TEST(LookUpFacts, TellsWhyThereIsNoSuchUser) {
+TEST(ResolvedUser, TellsWhyThereIsNoSuchUser) {
   const std::uint32_t uid = unusedUserId();
   const std::string reason = reasonForNoUser(uid);
   const LogCapture log;
   RunFacts facts{uid, "old", "old", "given", 7};
-  EXPECT_FALSE(lookUpFacts(facts));
+  EXPECT_EQ(resolveUser(facts), GeneratedUser::Failed);
   EXPECT_EQ(shown(facts), std::to_string(uid) + "|old|old|given|7");
   EXPECT_EQ(log.text(), "ERROR: Failed to get user information for uid " + std::to_string(uid) +
                             ": " + reason + "\n");
