@@ -34,11 +34,14 @@ void runPropertyHooks(ConfigWriter& writer, std::string directory, std::string_v
       [&](const std::string& /*path*/, std::string_view line) { writer.writeContent(line); });
 }
 
+std::string devicePath(const std::string& name) {
+  return name.starts_with('/') ? name : "/dev/" + name;
+}
+
 std::vector<std::string> gatherDeviceNodes(std::span<const std::string> names) {
   std::vector<std::string> nodes;
   for (const std::string& name : names) {
-    const std::string pattern = name.starts_with('/') ? name : "/dev/" + name;
-    const std::vector<std::string> matches = Parser::globPaths(pattern);
+    const std::vector<std::string> matches = Parser::globPaths(devicePath(name));
     nodes.insert(nodes.end(), matches.begin(), matches.end());
   }
   return nodes;

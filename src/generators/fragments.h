@@ -33,8 +33,11 @@ void collectPropertyHooks(Parser::ConfigWriter& writer, const std::string& patte
 void runPropertyHooks(Parser::ConfigWriter& writer, std::string directory, std::string_view kind,
                       std::span<const std::string> arguments);
 
-// The paths that the named devices stand for: a name that begins with "/" as it is, any other below
-// /dev, each expanded as a glob pattern. Names without a match add nothing. Directories end in "/".
+// The path of a named device: a name that begins with "/" as it is, any other below /dev.
+std::string devicePath(const std::string& name);
+
+// The paths that the named devices stand for, each name expanded as a glob pattern. Names without a
+// match add nothing. Directories end in "/".
 std::vector<std::string> gatherDeviceNodes(std::span<const std::string> names);
 
 }  // namespace Cradle::Generators

@@ -1,4 +1,7 @@
 // The LXC container configuration.
+//
+// A file of "key = value" lines: the rows of one table, then what the mount hooks and static
+// fragments of every directory contribute, then the fragments that a generated configuration keeps.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +10,9 @@
 
 namespace Cradle::Generators {
 
-// Not written yet: logs an error and returns 1.
+// Writes `output`. Returns 0, or 1 with an error logged: with no file written when there is no user
+// or no valid configuration, with the lines so far when a required device is missing or a
+// configured mount entry invalid. Makes the crash-log directory where crash logging is enabled.
 int generateLxc(const std::string& output, const std::vector<std::string>& directories,
                 std::uint32_t userId, const std::string& instance, std::uint32_t baseUid);
 

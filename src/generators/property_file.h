@@ -1,4 +1,7 @@
-// The Android property file.
+// The Android property file, which the guest reads at boot.
+//
+// A file of "property=value" lines: the property hooks of every directory, the rows of one table,
+// and static fragments; or in their place what a generated configuration keeps of them.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +10,8 @@
 
 namespace Cradle::Generators {
 
-// Not written yet: logs an error and returns 1.
+// Writes `output`. Returns 0, or 1 with an error logged: with no file written when there is no user
+// or no valid configuration, with the lines so far when a value is wrong.
 int generateProperties(const std::string& output, const std::vector<std::string>& directories,
                        std::uint32_t userId, const std::string& instance, std::uint32_t baseUid);
 

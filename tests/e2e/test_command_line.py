@@ -203,16 +203,13 @@ def test_an_empty_log_level_is_ignored(host: Host) -> None:
 
 
 @pytest.mark.parametrize(
-    "kind, message",
-    [
-        ("lxc", "ERROR: Cannot write an LXC configuration yet\n"),
-        ("property", "ERROR: Cannot write a property file yet\n"),
-    ],
+    "kind, line",
+    [("config", "Read=/c"), ("lxc", "lxc.arch = aarch64"), ("property", "ro.quoll.instance=default")],
 )
-def test_other_types_cannot_be_written_yet(host: Host, kind: str, message: str) -> None:
-    directories(host, "/c")
-    assert host.generate("--type", kind) == (1, "", message)
-    assert not host.exists()
+def test_each_type_writes_its_own_file(host: Host, kind: str, line: str) -> None:
+    host.conf("[Config]\nAppIdManglingType=None\nLanguageOverride=en_US\nRead=/c\n")
+    assert host.generate("--type", kind) == (0, "", "")
+    assert line in host.read().splitlines()
 
 
 @pytest.mark.parametrize(
