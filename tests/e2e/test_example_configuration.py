@@ -47,12 +47,32 @@ def test_host_files_that_exist_are_mounted(example: Host) -> None:
     example.file("/usr-lib-os-release", "")
     example.link("/etc/os-release", "/usr-lib-os-release")
     example.directory("/media")
-    lines = generate(example, DEFAULTS)
+    lines = generate(example, DEFAULTS, DEVICE)
     assert (
         "Mounts=tmpfs dev/shm tmpfs nosuid,nodev,create=dir 0 0"
         ";/usr-lib-os-release run/host/os-release none bind,ro,create=file 0 0"
+        ";/vendor/etc/camera vendor/etc/camera none bind,ro,create=dir,optional 0 0"
     ) in lines
     assert "Mounts=/media mnt/host/media none rbind,ro,nodev,nosuid,create=dir 0 0" in lines
+
+
+@pytest.mark.parametrize("kind", ["config", "lxc", "property"])
+def test_the_defaults_make_every_output_without_any_device(example: Host, kind: str) -> None:
+    example.file("/etc/locale.conf", "LANG=en_US.UTF-8\n")
+    options = ("--config", DEFAULTS, "--user-id", "1000", "--type", kind)
+    assert example.run(*options, "/out.conf") == Result(0)
+
+
+@pytest.mark.parametrize("kind", ["lxc", "property"])
+def test_what_is_generated_makes_the_other_outputs(example: Host, kind: str) -> None:
+    example.directory("/generated")
+    example.file("/etc/locale.conf", "LANG=en_US.UTF-8\n")
+    configs = ("--configs", f"{DEFAULTS}:{DEVICE}", "--user-id", "1000")
+    assert example.run(*configs, "/generated/generated.conf") == Result(0)
+    options = ("--config", "/generated", "--type", kind)
+    assert example.run(*options, "/out.conf") == Result(0)
+    line = {"lxc": "lxc.prlimit.nofile = 65536", "property": "ro.adb.secure=1"}
+    assert line[kind] in example.read().splitlines()
 
 
 def test_the_device_directory_replaces_what_it_clears(example: Host) -> None:
@@ -77,16 +97,17 @@ def test_the_hardware_adaptation_names_the_device(example: Host) -> None:
 def test_hooks_and_fragments_of_both_directories_arrive(example: Host) -> None:
     example.link("/etc/localtime", "/usr/share/zoneinfo/Europe/Helsinki")
     lines = generate(example, DEFAULTS, DEVICE)
-    generated = lines[lines.index("[GeneratedConfig]") :]
-    assert generated[1].removeprefix("PropertyPre=ro.config.low_ram=") in ("true", "false")
-    assert generated[2:] == [
-        "PropertyPost=persist.sys.timezone=Europe/Helsinki",
+    generated = lines[lines.index("[GeneratedConfig]") + 1 :]
+    memory = generated.pop(6)
+    assert memory.removeprefix("PropertyPre=ro.config.low_ram=") in ("true", "false")
+    assert generated == [
         "DefaultLxc=# Limits of the container, copied as they stand.",
         "DefaultLxc=lxc.cap.drop = mac_admin mac_override sys_module sys_time",
         "DefaultLxc=lxc.prlimit.nofile = 65536",
         "DefaultRo=# Properties of the guest, copied as they stand.",
         "DefaultRo=ro.adb.secure=1",
         "DefaultRo=ro.control_privapp_permissions=enforce",
+        "PropertyPost=persist.sys.timezone=Europe/Helsinki",
         "DefaultLxc=# Devices of this hardware, copied as they stand.",
         "DefaultLxc=lxc.cgroup2.devices.allow = c 10:* rwm",
         "UserId=1000",
