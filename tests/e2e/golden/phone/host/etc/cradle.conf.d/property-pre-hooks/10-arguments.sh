@@ -1,0 +1,2 @@
+#!/bin/sh
+echo "ro.hook.arguments=$1 $2 $3 $4 $5"

@@ -1,0 +1,2 @@
+#!/bin/sh
+printf ro.hook.device=lynx
