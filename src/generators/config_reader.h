@@ -12,7 +12,7 @@
 
 namespace Cradle::Generators {
 
-// Names one configuration value. Outlived by nothing: made of literals.
+// Names one configuration value by literals, which outlive it.
 struct ConfigKey {
   std::string_view group = {};
   std::string_view key = {};

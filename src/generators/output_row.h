@@ -55,8 +55,8 @@ struct OutputRow {
   ConfigKey source = {};
   const Format* format = nullptr;
   const Condition* condition = nullptr;  // always, when null
-  Requirement when = {};                 // for the conditions that have one
-  std::string_view absent = {};          // the text of an absent value, or a fixed text
+  Requirement when = {};                 // for conditions and formats that compare
+  std::string_view text = {};            // the fixed text, or that of an absent value
   std::string_view prefix = {};          // before and behind the text
   std::string_view suffix = {};
   // Writes the row's lines in place of key and format. False ends the run with status 1; the cause

@@ -54,6 +54,7 @@ inline constexpr Condition kIfLogLevel{"if it begins with a letter of VDIWEFS, i
                                        logLevelIsKnown};
 
 // Writes each element of a list as a line as it is.
+inline constexpr Format kRawLines{"list of lines", nullptr};
 bool writeRawLines(OutputContext& context, const OutputRow& row);
 
 }  // namespace Cradle::Generators

@@ -6,7 +6,7 @@
 namespace Cradle::Generators {
 
 std::optional<std::string> formatText(OutputContext& context, const OutputRow& row) {
-  return context.config.text(row.source, row.absent);
+  return context.config.text(row.source, row.text);
 }
 
 std::optional<std::string> formatWords(OutputContext& context, const OutputRow& row) {
@@ -38,7 +38,7 @@ std::optional<std::string> formatNotFlag(OutputContext& context, const OutputRow
 }
 
 std::optional<std::string> formatFixed(OutputContext& /*context*/, const OutputRow& row) {
-  return std::string(row.absent);
+  return std::string(row.text);
 }
 
 std::optional<std::string> formatUserId(OutputContext& context, const OutputRow& /*row*/) {

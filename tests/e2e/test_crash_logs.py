@@ -82,6 +82,22 @@ def test_a_link_in_its_place_is_not_followed(host: Host) -> None:
         assert host.path(CRASH_LOGS).lstat().st_uid == 100000
 
 
+def test_the_callers_mask_narrows_the_mode_of_the_crash_log_directory(host: Host) -> None:
+    crash_logger(host)
+    assert host.generate("--type", "lxc", umask=0o077) == (0, "", "")
+    assert host.mode(CRASH_LOGS) == 0o700
+
+
+def test_a_crash_log_directory_that_cannot_be_given_away_is_not_bound(host: Host) -> None:
+    crash_logger(host)
+    host.path("/tmp/cradle").chmod(0o777)
+    host.user("container", 100000, home="/")
+    result = host.generate("--type", "lxc", "--base-uid", "100000", powerless=True)
+    assert result.status == 0
+    assert result.stderr.startswith(f"WARNING: Could not create {CRASH_LOGS}: ")
+    assert CRASH_ENTRY not in entries(host)
+
+
 def test_a_crash_log_directory_that_cannot_be_made_is_warned_about(host: Host) -> None:
     host.conf("[Features]\nCrashLoggerEnabled=true\n")
     host.file("/tmp/cradle")

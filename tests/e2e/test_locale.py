@@ -67,17 +67,21 @@ def test_a_locale_of_one_piece_is_said_and_the_default_taken(host: Host, text: s
     assert locale(host) == ("en", "US", "en-US")
 
 
-def test_a_failing_configured_file_does_not_fall_back_to_the_hosts(host: Host) -> None:
+@pytest.mark.parametrize("value, path", [("/srv/none", "/srv/none"), ("${config:No/Such}", "")])
+def test_a_failing_configured_file_does_not_fall_back_to_the_hosts(
+    host: Host, value: str, path: str
+) -> None:
     host.file("/etc/locale.conf", "LANG=fi_FI\n")
-    host.conf(CONFIG + "LanguageFilePath=/srv/none\n")
-    warning = "WARNING: Could not parse locale file /srv/none\n"
+    host.conf(CONFIG + f"LanguageFilePath={value}\n")
+    warning = f"WARNING: Could not parse locale file {path}\n"
     assert generate(host) == (0, "", warning)
     assert locale(host) == ("en", "US", "en-US")
 
 
-def test_a_wrong_override_fails_before_its_properties(host: Host) -> None:
+@pytest.mark.parametrize("value, name", [("english", "english"), ("${config:No/Such}", "")])
+def test_a_wrong_override_fails_before_its_properties(host: Host, value: str, name: str) -> None:
     host.file("/etc/locale.conf", "LANG=fi_FI\n")
-    host.conf(CONFIG + "LanguageOverride=english\n")
-    error = "ERROR: english: did not contain language and country\n"
-    assert generate(host) == (1, "", f"{error}{INVALID}LanguageOverride: english\n")
+    host.conf(CONFIG + f"LanguageOverride={value}\n")
+    error = f"ERROR: {name}: did not contain language and country\n"
+    assert generate(host) == (1, "", f"{error}{INVALID}LanguageOverride: {name}\n")
     assert host.read().endswith("ro.quoll.default_networking=0\n")

@@ -279,3 +279,36 @@ def test_an_unwritable_file_is_no_failure(host: Host) -> None:
         "",
     )
     assert not host.exists("/no/out")
+
+
+def test_a_key_that_is_present_but_empty_counts_as_present(host: Host) -> None:
+    groups = {
+        "Audio": ["BufferSizeInDefault", "PerAppStreams"],
+        "Config": ["RunVendorC2Service", "CodecXmlSuffix"],
+        "Display": ["DMABufModifierLo", "DMABufFDIndex", "WLShmFormat", "InsetTop"],
+    }
+    lines = (f"[{g}]\n" + "".join(f"{k}=${{config:No/Such}}\n" for k in groups[g]) for g in groups)
+    written = properties(host, "".join(lines))
+    empty = {
+        "ro.cradle.audio.buffer.in_default": "0",
+        "ro.cradle.audio.per_app_streams_enabled": "false",
+        "ro.cradle.dmabuf_modifier_lo": "0",
+        "ro.cradle.dmabuf_fd_index": "0",
+        "ro.cradle.wl_shm_format": "0",
+        "ro.quoll.top_display_inset": "0",
+        "ro.quoll.qti.allocator.service": "0",
+        "ro.quoll.qti.c2.service": "0",
+        "ro.media.xml_variant.codecs": "",
+        "ro.media.xml_variant.codecs_performance": "",
+        "ro.media.xml_variant.profiles": "",
+    }
+    assert {name: written.get(name) for name in empty} == empty
+
+
+@pytest.mark.parametrize(
+    "key, hint",
+    [("AppLaunchMode", " valid modes are freeform and fullscreen"), ("OpenGLESVersion", "")],
+)
+def test_a_word_that_is_present_but_empty_is_wrong(host: Host, key: str, hint: str) -> None:
+    host.conf(CONFIG + OVERRIDE + f"{key}=${{config:No/Such}}\n")
+    assert generate(host) == (1, "", f"{INVALID}{key}: {hint}\n")

@@ -54,7 +54,7 @@ TEST(LxcRows, MakeMountEntriesThatAreValidOfAPath) {
   for (const OutputRow& row : lxcRows()) {
     const bool hasText = !row.suffix.empty() || row.format == &kFixed;
     if (row.key == kMountEntry && hasText) {
-      const std::string source(row.format == &kFixed ? row.absent : "/path");
+      const std::string source(row.format == &kFixed ? row.text : "/path");
       EXPECT_TRUE(Parser::validateMountEntry(source + std::string(row.suffix)))
           << Testing::nameOf(row);
     }
@@ -82,7 +82,7 @@ TEST(LxcRows, AreNoticedWithoutAGoldenCase) {
                               .format = &kFixed,
                               .condition = &kWhen,
                               .when = {{"Network", "NetConfig"}, "bridge"},
-                              .absent = "new"}),
+                              .text = "new"}),
             "no case sets Network/NetConfig and has the line\n");
 }
 

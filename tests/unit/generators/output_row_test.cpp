@@ -12,7 +12,7 @@ namespace {
 using Testing::OutputBench;
 
 std::optional<std::string> sourceText(OutputContext& context, const OutputRow& row) {
-  return context.config.text(row.source, row.absent);
+  return context.config.text(row.source, row.text);
 }
 std::optional<std::string> noText(OutputContext& /*context*/, const OutputRow& /*row*/) {
   return std::nullopt;
@@ -34,7 +34,7 @@ constexpr Format kSource{"text", sourceText};
 constexpr Format kWrong{"wrong", noText};
 constexpr Condition kThere{"if there", isThere};
 constexpr OutputRow kFirst{.key = "first", .source = {"G", "A"}, .format = &kSource};
-constexpr OutputRow kLast{.comment = "the last", .key = "last", .format = &kSource, .absent = "x"};
+constexpr OutputRow kLast{.comment = "the last", .key = "last", .format = &kSource, .text = "x"};
 
 class OutputRowTest : public ::testing::Test {
  protected:
@@ -63,7 +63,7 @@ TEST_F(OutputRowTest, FramesItsText) {
 
 TEST_F(OutputRowTest, GivesAnAbsentValueItsOwnText) {
   const OutputRow absent{
-      .key = "k", .source = {"G", "None"}, .format = &kSource, .absent = "default"};
+      .key = "k", .source = {"G", "None"}, .format = &kSource, .text = "default"};
   EXPECT_EQ(written({absent}), "k=default\n");
 }
 

@@ -80,7 +80,7 @@ TEST(RowFormats, WriteAValue) {
 TEST(RowFormats, WriteAnAbsentValue) {
   OutputBench bench;
   EXPECT_EQ(bench.text(kText, kKeyRow), "");
-  EXPECT_EQ(bench.text(kText, {.source = {"G", "Key"}, .absent = "512m"}), "512m");
+  EXPECT_EQ(bench.text(kText, {.source = {"G", "Key"}, .text = "512m"}), "512m");
   EXPECT_EQ(bench.text(kWords, kKeyRow), "");
   EXPECT_EQ(bench.text(kInt, kKeyRow), "0");
   EXPECT_EQ(bench.text(kU64, kKeyRow), "0");
@@ -104,7 +104,7 @@ TEST(RowFormats, WriteTheFactsOfTheRunAndTheRowsOwnText) {
   EXPECT_EQ(bench.text(kUserName, kKeyRow), "u");
   EXPECT_EQ(bench.text(kHome, kKeyRow), "/h");
   EXPECT_EQ(bench.text(kInstance, kKeyRow), "i");
-  EXPECT_EQ(bench.text(kFixed, {.source = {"G", "Key"}, .absent = "fixed"}), "fixed");
+  EXPECT_EQ(bench.text(kFixed, {.source = {"G", "Key"}, .text = "fixed"}), "fixed");
 }
 
 // Conditions

@@ -133,10 +133,10 @@ class RowCoverage {
       return isOfElement(golden, row, line);
     }
     if (row.format == &Generators::kFixed) {
-      return line == row.absent;
+      return line == row.text;
     }
     if (row.format == &Generators::kText) {
-      return line == std::string(row.prefix) + golden.config().text(row.source, row.absent) +
+      return line == std::string(row.prefix) + golden.config().text(row.source, row.text) +
                          std::string(row.suffix);
     }
     return line.starts_with(row.prefix) && line.ends_with(row.suffix);

@@ -16,7 +16,7 @@ inline std::string nameOf(const Generators::ConfigKey& source) {
 // A row in a message: its comment, key, source and texts.
 inline std::string nameOf(const Generators::OutputRow& row) {
   return "row '" + std::string(row.comment) + "' " + std::string(row.key) + " " +
-         nameOf(row.source) + " '" + std::string(row.absent) + std::string(row.suffix) + "'";
+         nameOf(row.source) + " '" + std::string(row.text) + std::string(row.suffix) + "'";
 }
 
 // Whether a group or key is in upper camel case.
@@ -53,7 +53,7 @@ inline std::string brokenRules(const Generators::OutputRow& row) {
        "has a format that makes text, or lines");
   rule(row.lines == nullptr || row.source.key.empty() || row.format != nullptr,
        "names the type of its source");
-  rule(row.format != &Generators::kFixed || !row.absent.empty(), "has its fixed text");
+  rule(row.format != &Generators::kFixed || !row.text.empty(), "has its fixed text");
   rule(isNamedWell(row.source) && isNamedWell(row.when.source), "names its values in camel case");
   rule(hasWhatItsConditionNeeds(row), "has what its condition looks at");
   return broken;
