@@ -105,6 +105,10 @@ class Journal:
         self.socket.close()
 
 
+# For a shell script: sets PROGRAM to the process id of the program, which leads its session.
+FIND_PROGRAM = 'PROGRAM=$(cut -d " " -f 6 /proc/self/stat)\n'
+
+
 class Run:
     """The program while it runs in the host."""
 

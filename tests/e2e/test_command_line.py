@@ -185,6 +185,7 @@ def test_an_instance_may_have_any_name(host: Host, name: str) -> None:
         (["--user-id", "5", "--user-id", "1000"], {}),
         (["--type", "lxc", "--type", "config"], {}),
         (["--log-level", "loud", "--log-level", "error"], {}),
+        (["--log-level", "loud", "--log-level", ""], {}),
     ],
     ids=str,
 )
@@ -228,9 +229,17 @@ def test_no_argument_at_all_is_refused(host: Host) -> None:
     assert host.run() == (1, usage(host), "Needs at least one argument!\n")
 
 
-def test_a_message_comes_before_the_usage(host: Host) -> None:
-    result = host.run("a", "b", redirect="2>&1")
-    assert result == (1, TOO_MANY + "\n" + usage(host), "")
+@pytest.mark.parametrize(
+    "arguments, message",
+    [
+        (["a", "b"], TOO_MANY),
+        (["--log-level", "loud", "out"], "ERROR: Invalid logging level 'loud'"),
+    ],
+    ids=str,
+)
+def test_a_message_comes_before_the_usage(host: Host, arguments: list[str], message: str) -> None:
+    result = host.run(*arguments, redirect="2>&1")
+    assert result == (1, message + "\n" + usage(host), "")
 
 
 MISSING = [

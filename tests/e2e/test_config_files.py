@@ -259,6 +259,14 @@ def test_a_file_without_permission_to_read_ends_the_run(host: Host) -> None:
     assert not host.exists()
 
 
+def test_a_file_that_cannot_be_read_to_its_end_ends_the_run(host: Host) -> None:
+    host.conf("A=${system:touch /read}\n" + f"# {'x' * 97}\n" * 200)
+    failing = ["-P", BASE, "-e", "inject=read:error=EIO:when=2"]
+    assert host.generate(strace=failing) == (1, "", failed())
+    assert host.exists("/read")
+    assert not host.exists()
+
+
 def test_a_file_that_vanishes_during_the_run_ends_it(host: Host) -> None:
     host.conf("A=${system:rm /c/20.conf}\n")
     host.conf("B=1\n", "/c/20.conf")
@@ -286,3 +294,12 @@ def test_directories_without_any_configuration_end_the_run(
     log = f"ERROR: No configuration to read in {listed}\n"
     assert host.run("--user-id", "1000", *options, "/tmp/out") == (1, "", log)
     assert host.read("/tmp/out") == "as it was"
+
+
+def test_an_unreadable_directory_counts_as_empty(host: Host) -> None:
+    host.conf("[A]\nKey=1\n", "/noread/10.conf")
+    host.path("/noread").chmod(0)
+    options = ("--user-id", "1000", "--config", "/noread", "/out.conf")
+    log = "ERROR: No configuration to read in /noread\n"
+    assert host.run(*options, powerless=True) == (1, "", log)
+    assert not host.exists()

@@ -239,6 +239,14 @@ def test_a_fragment_that_cannot_be_read_is_skipped(host: Host, kind: str) -> Non
     assert host.read() == generated(config(), "DefaultLxc=b\n")
 
 
+def test_a_fragment_that_cannot_be_read_to_its_end_is_skipped(host: Host) -> None:
+    host.file("/c/static/a.lxc", f"{'a' * 99}\n" * 500)
+    host.file("/c/static/b.lxc", "b\n")
+    failing = ["-P", "/c/static/a.lxc", "-e", "inject=read:error=EIO:when=2"]
+    assert host.generate(strace=failing) == (0, "", "")
+    assert host.read() == generated(config(), "DefaultLxc=b\n")
+
+
 # --- named templates of the machine
 
 

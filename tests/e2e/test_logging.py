@@ -167,6 +167,12 @@ def test_a_log_file_is_made_even_when_there_is_nothing_to_log(host: Host) -> Non
     assert host.read("/tmp/log") == ""
 
 
+def test_the_log_is_set_up_before_the_arguments_are_looked_at(host: Host) -> None:
+    status, _, stderr = host.run(env={"CRADLE_LOGGING_TARGET": "/tmp/log"})
+    assert (status, stderr) == (1, "Needs at least one argument!\n")
+    assert host.read("/tmp/log") == ""
+
+
 def test_messages_of_the_command_line_do_not_go_through_the_log(host: Host) -> None:
     environment = {"CRADLE_LOGGING_TARGET": "/tmp/log"}
     assert host.run("--bogus", env=environment) == (1, "", "--bogus: unknown argument\n")

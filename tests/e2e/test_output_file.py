@@ -1,8 +1,10 @@
 """The output file: its mode, what was there before, and the whole text of a rich run."""
 
+import signal
+
 import pytest
 
-from host import COMMENT, Host, generated
+from host import COMMENT, FIND_PROGRAM, Host, generated
 
 
 @pytest.fixture
@@ -146,3 +148,10 @@ def test_an_output_without_permission_to_write_is_left_as_it_is(host: Host) -> N
 
 def test_a_full_disk_under_the_output_still_ends_well(host: Host) -> None:
     assert host.run("--user-id", "1000", "--config", "/c", "/dev/full") == (0, "", "")
+
+
+def test_a_run_that_is_killed_leaves_what_it_has_written(host: Host) -> None:
+    host.conf("[A]\nKey=1\n[Config]\nKey=2\n")
+    host.script("/c/mount-hooks/a.sh", FIND_PROGRAM + "kill -KILL $PROGRAM\n")
+    assert host.generate() == (-signal.SIGKILL, "", "")
+    assert host.read() == COMMENT + "\n[A]\nKey=1\n\n[Config]\n"

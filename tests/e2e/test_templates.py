@@ -148,6 +148,12 @@ def test_a_variable_of_an_environment_file_may_have_any_name(
     check(host, f"${{envfile:/env:{name}}}", text)
 
 
+def test_an_environment_file_that_ends_in_an_error_gives_what_was_read(host: Host) -> None:
+    host.file("/env", "LANG=a\n" + f"# {'x' * 97}\n" * 200 + "LANG=b\n")
+    failing = ["-P", "/env", "-e", "inject=read:error=EIO:when=2"]
+    check(host, "${envfile:/env:LANG}", "a", strace=failing)
+
+
 @pytest.mark.parametrize("path", ["/nowhere", "/c", "/proc/self/mem", ""])
 def test_an_unreadable_environment_file_gives_nothing(host: Host, path: str) -> None:
     check(host, f"${{envfile:{path}:LANG}}", None)

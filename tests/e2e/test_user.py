@@ -4,7 +4,7 @@ import time
 
 import pytest
 
-from host import Host, generated
+from host import FIND_PROGRAM, Host, generated
 
 UNDEFINED = "ERROR: User id must be defined!\n"
 NO_SESSIONS = "WARNING: Could not get sessions for seat0\n"
@@ -115,6 +115,17 @@ def test_a_login_elsewhere_does_not_end_the_wait(seat: Host) -> None:
     seat.announce_login(1000)
     assert run.finish(timeout=20) == (0, "", "")
     assert seat.read() == of_alice()
+
+
+def test_the_login_monitor_is_gone_before_any_hook_runs(seat: Host) -> None:
+    seat.script("/c/property-pre-hooks/a.sh", FIND_PROGRAM + "ls -l /proc/$PROGRAM/fd >/seen\n")
+    run = seat.start("--config", "/c", "/out.conf")
+    run.wait_for_login_monitor()
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1", UIDS="1000")
+    seat.announce_login(1000)
+    assert run.finish(timeout=20) == (0, "", NO_SESSIONS)
+    assert "/out.conf" in seat.read("/seen")
+    assert "inotify" not in seat.read("/seen")
 
 
 # --- failures

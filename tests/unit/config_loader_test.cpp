@@ -125,6 +125,15 @@ TEST_F(ConfigLoader, ALaterEmptyAssignmentClearsTheKey) {
   EXPECT_EQ(values("K"), "|d|");
 }
 
+TEST_F(ConfigLoader, AnEmptyAssignmentClearsAKeyOfAnyOtherModeToo) {
+  ASSERT_TRUE(load("[G]\nK=a\n"));
+  parser_.addKnownKey("G", "K", 2);
+  ASSERT_TRUE(load("[G]\nK=b\n"));
+  EXPECT_EQ(values("K"), "|a|");
+  ASSERT_TRUE(load("[G]\nK=\n"));
+  EXPECT_EQ(values("K"), "missing");
+}
+
 TEST_F(ConfigLoader, AnEmptyAssignmentMakesNothingExist) {
   ASSERT_TRUE(load("[G]\nK=\nL=;\nM=${EMPTY}\n"));
   EXPECT_FALSE(parser_.hasGroup("G"));

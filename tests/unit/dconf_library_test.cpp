@@ -6,11 +6,6 @@
 namespace Cradle::Parser {
 namespace {
 
-TEST(DconfLibrary, IsBoundOnce) {
-  ASSERT_NE(dconfLibrary(), nullptr);
-  EXPECT_EQ(dconfLibrary(), dconfLibrary());
-}
-
 TEST(DconfLibrary, BindsEveryFunctionByItsName) {
   const DconfLibrary* const library = dconfLibrary();
   ASSERT_NE(library, nullptr);

@@ -7,11 +7,14 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
+#include "support/child_process.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Parser {
 namespace {
 
+using Testing::inChildProcess;
 using Testing::TemporaryDirectory;
 
 class GlobPaths : public ::testing::Test {
@@ -56,6 +59,22 @@ TEST_F(GlobPaths, FindsWhatMatches) {
 TEST_F(GlobPaths, FindsAPathWithoutAnyWildcard) {
   has({"a.sh"});
   EXPECT_EQ(matches("a.sh"), "a.sh");
+}
+
+TEST_F(GlobPaths, TakesBracesAndATildeAsTheyStand) {
+  has({"d1", "d2", "d{1,2}", "~"});
+  EXPECT_EQ(matches("d{1,2}"), "d{1,2}");
+  const std::string found = inChildProcess([this] {
+    std::filesystem::current_path(directory_.path());
+    return join(globPaths("~"), " ");
+  });
+  EXPECT_EQ(found, "~");
+}
+
+TEST_F(GlobPaths, TakesWhatFollowsABackslashAsItStands) {
+  has({"d1", "d[1]", "d*", "dx"});
+  EXPECT_EQ(matches("d\\[1]"), "d[1]");
+  EXPECT_EQ(matches("d\\*"), "d*");
 }
 
 TEST_F(GlobPaths, MarksDirectoriesWithASlash) {

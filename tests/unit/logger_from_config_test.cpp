@@ -148,6 +148,18 @@ TEST_F(LoggerFromConfig, RefusesALevelThatResolvesToNothing) {
   EXPECT_EQ(out_.text(), "ERROR: Invalid logging level '' from config\n");
 }
 
+// The value is read as a text and then as a number.
+TEST_F(LoggerFromConfig, RefusesALevelThatRefersToItself) {
+  const LogCapture log;
+  logger_->setTarget(LoggerConfig::TargetStderr);
+  EXPECT_FALSE(setLevel("[Logging]\na.b=x${config:Logging/a.b}\n"));
+  EXPECT_EQ(log.text(),
+            "ERROR: Max depth reached, possibly circular reference.\n"
+            "ERROR: Max depth reached, possibly circular reference.\n"
+            "ERROR: Invalid logging level '' from config\n");
+  EXPECT_EQ(levelOf(*logger_), "warning");
+}
+
 TEST_F(LoggerFromConfig, RefusesAnyOtherTargetAndKeepsItsOwn) {
   for (const std::string target : {"SysLog", "relative/My.log", "stderr ", "/dev/null/My.log"}) {
     EXPECT_FALSE(setTarget("[Logging]\nLogTarget=" + target + "\n")) << target;

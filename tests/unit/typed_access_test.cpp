@@ -257,13 +257,6 @@ TEST_F(TypedAccess, AppendsToWhatAListHeld) {
   EXPECT_EQ(texts, (std::vector<std::string>{"before", "1", "2"}));
 }
 
-TEST_F(TypedAccess, MakesRoomOnce) {
-  ASSERT_TRUE(load("1;2;3;4;5"));
-  std::vector<long> list{0};
-  parser_.getValue("G", "K", list);
-  EXPECT_EQ(list.capacity(), 6U);
-}
-
 TEST_F(TypedAccess, NeverLogsAFailedConversion) {
   const LogCapture log(LogCapture::Level::LogDebug);
   ASSERT_TRUE(load("x;y"));

@@ -5,10 +5,6 @@
 namespace Cradle {
 namespace {
 
-TEST(SystemdLibrary, IsOpenedOnce) {
-  EXPECT_EQ(&systemdLibrary(), &systemdLibrary());
-}
-
 TEST(SystemdLibrary, HasTheJournalAndTheLoginState) {
   ASSERT_TRUE(systemdLibrary().isOpen());
   for (const char* const name :

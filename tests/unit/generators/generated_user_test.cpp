@@ -8,6 +8,7 @@
 #include "generators/login_library.h"
 #include "generators/user_database.h"
 #include "support/child_process.h"
+#include "support/dconf_database.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 #include "support/users.h"
@@ -15,6 +16,7 @@
 namespace Cradle::Generators {
 namespace {
 
+using Testing::DconfDatabase;
 using Testing::inChildWithoutDescriptors;
 using Testing::KnownUser;
 using Testing::LogCapture;
@@ -98,6 +100,26 @@ TEST_F(GeneratedUserTest, ReadsEveryIdThatARunCanStore) {
   EXPECT_EQ(resolved(GeneratedUser::Found), "4294967294|stored|/stored|given|2147483648");
 }
 
+struct StoredId {
+  const char* text;
+  const char* id;
+};
+
+constexpr StoredId kStoredIds[] = {
+    {"x", "0"},           {"12x", "12"},
+    {"0x10", "16"},       {"4294967295", "4294967295"},  // the unknown user, who is not looked for
+    {"-1", "4294967295"}, {"4294967338", "42"},          // 2^32 + 42
+};
+
+TEST_F(GeneratedUserTest, TakesTheLower32BitsOfWhateverNumberIsStored) {
+  for (const StoredId& row : kStoredIds) {
+    store(kAllFacts + std::string("UserId=") + row.text + "\n");
+    EXPECT_EQ(resolved(GeneratedUser::Found), std::string(row.id) + "|stored|/stored|inst|9")
+        << row.text;
+    EXPECT_EQ(log_, "") << row.text;
+  }
+}
+
 TEST_F(GeneratedUserTest, TakesTheLastStoredValueOfEachFact) {
   store(kAllFacts);
   store("UserId=43\n", "d/y.conf");
@@ -140,6 +162,13 @@ TEST_F(GeneratedUserTest, LooksTheGivenUserUpWhereAFactIsMissing) {
     EXPECT_EQ(resolved(GeneratedUser::Resolved), lookedUp()) << lines;
     EXPECT_EQ(log_, "") << lines;
   }
+}
+
+TEST_F(GeneratedUserTest, DoesNotReadAFactFromTheDconfDatabaseOfTheCaller) {
+  const DconfDatabase database("[cradle-test]\nhome='/stored'\n");
+  store("UserId=42\nUser=stored\nHome=${dconf:/cradle-test/home}\nBaseUid=9\n");
+  const auto facts = [this] { return resolved(GeneratedUser::Resolved); };
+  EXPECT_EQ(database.visibleTo(facts), lookedUp());
 }
 
 TEST(ResolvedUser, FillsInTheNameAndTheHomeAndNothingElse) {

@@ -8,11 +8,6 @@
 namespace Cradle::Generators {
 namespace {
 
-TEST(LoginLibrary, IsBoundOnce) {
-  ASSERT_NE(loginLibrary(), nullptr);
-  EXPECT_EQ(loginLibrary(), loginLibrary());
-}
-
 // The name under which the dynamic linker knows a function.
 template <typename Function>
 std::string nameOf(Function* function) {

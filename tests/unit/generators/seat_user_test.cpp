@@ -36,10 +36,6 @@ std::string answerWithoutLoginManager(const std::function<std::uint32_t()>& quer
 const std::string kTooManyOpenFiles = "nobody, error " + std::to_string(EMFILE) + "\n";
 const std::string kNoSessions = "WARNING: Could not get sessions for seat0\n";
 
-TEST(SeatUser, IsWaitedForHalfAMinute) {
-  EXPECT_EQ(kSeatUserTimeout, 30);
-}
-
 TEST(SeatUser, IsTheOneWhoseSessionTheLoginManagerCallsActive) {
   ASSERT_NE(loginLibrary(), nullptr);
   uid_t user = kUnknownUser;
@@ -50,16 +46,6 @@ TEST(SeatUser, IsTheOneWhoseSessionTheLoginManagerCallsActive) {
   if (result < 0) {
     EXPECT_EQ(error, -result);
   }
-}
-
-TEST(SeatUser, IsNobodyForTheReasonThatTheLoginManagerGives) {
-  ASSERT_NE(loginLibrary(), nullptr);
-  const LogCapture log;
-  const int sessions = loginLibrary()->seatGetSessions("seat0", nullptr, nullptr, nullptr);
-  const std::uint32_t found = activeSeatUser();
-  const int error = errno;
-  EXPECT_TRUE(sessions >= 0 || (found == kUnknownUser && error == -sessions))
-      << "sessions " << sessions << ", user " << found << ", error " << error;
 }
 
 TEST(SeatUser, IsNotWaitedForWithATimeoutOfZero) {

@@ -113,6 +113,14 @@ TEST_F(UserDirectory, IsLeftAsItIsForRootWhenItExists) {
   EXPECT_EQ(statusOf(path_).st_gid, before.st_gid);
 }
 
+TEST_F(UserDirectory, MayBeAFileForRootThatIsLeftAlone) {
+  directory_.write("new", "as it was");
+  const struct stat before = statusOf(path_);
+  EXPECT_TRUE(makeUserDirectory(path_, 0700, 0));
+  EXPECT_EQ(statusOf(path_).st_mode, before.st_mode);
+  EXPECT_EQ(directory_.read("new"), "as it was");
+}
+
 TEST_F(UserDirectory, GetsANewOwnerButKeepsItsModeWhenItExists) {
   const KnownUser user = owner();
   std::filesystem::create_directory(path_);

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "logging/logger_config.h"
 #include "support/child_process.h"
 #include "support/lower_case_path.h"
 #include "support/stream_capture.h"
@@ -32,6 +33,9 @@ using Testing::TemporaryDirectory;
 LogTarget targetOn(const std::shared_ptr<std::ostream>& stream) {
   return {Target::TargetFile, stream};
 }
+
+// Programs that pass a target on count on its size.
+static_assert(sizeof(LoggerConfig::Target) == sizeof(std::int32_t));
 
 TEST(LogTarget, IsNumberedFromTheJournalToAFile) {
   EXPECT_EQ(static_cast<std::int32_t>(Target::TargetSystemd), 0);

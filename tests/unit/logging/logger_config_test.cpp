@@ -193,6 +193,16 @@ TEST_F(Logger, ClosesAFileThatItLeaves) {
   EXPECT_EQ(nextDescriptor(), descriptor);
 }
 
+TEST_F(Logger, ClosesAFileThatItLeavesForAnother) {
+  const int descriptor = nextDescriptor();
+  logger_->setTarget(path_.of("first.log"));
+  logger_->setTarget(path_.of("second.log"));
+  // The second was opened while the first still was, so the number of the first is free again.
+  EXPECT_EQ(nextDescriptor(), descriptor);
+  logger_->error() << "text";
+  EXPECT_EQ(directory_.read("first.log") + "|" + directory_.read("second.log"), "|ERROR: text\n");
+}
+
 // Failures
 
 TEST_F(Logger, RefusesAnyOtherLevelAndKeepsItsOwn) {

@@ -1,13 +1,18 @@
 #include "logging/logger_registry.h"
 
+#include <atomic>
 #include <chrono>
+#include <fstream>
 #include <future>
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
 #include <string>
+#include <system_error>
+#include <thread>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "logging/logger_config.h"
 #include "support/empty_logger_registry.h"
@@ -29,10 +34,6 @@ class Registry : public ::testing::Test {
 
   EmptyLoggerRegistry registry_;
 };
-
-TEST_F(Registry, IsTheSameForAllOfTheProcess) {
-  EXPECT_EQ(&loggerRegistry(), &loggerRegistry());
-}
 
 TEST_F(Registry, ListsTheLoggersInTheOrderOfTheirCreation) {
   for (const char* const ident : {"z.2", "a.1", "m.3"}) {
@@ -96,6 +97,43 @@ TEST_F(Registry, IsNotWrittenWhileItIsRead) {
   EXPECT_EQ(identities(), "a.1 ");
 }
 
+// A thread that adds a logger. Its number is known once it has begun.
+struct Adder {
+  Adder()
+      : adding(std::async(std::launch::async, [this] {
+          thread = gettid();
+          add();
+        })) {}
+
+  // Whether the thread sleeps, as it does when it waits for a lock.
+  bool sleeps() const {
+    std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+    std::string stat;
+    std::getline(file, stat);
+    const std::size_t name = stat.rfind(')');
+    return name != std::string::npos && stat.compare(name, 3, ") S") == 0;
+  }
+
+  std::atomic<pid_t> thread{0};
+  std::future<void> adding;
+};
+
+TEST_F(Registry, GetsTwoLoggersOfOneIdentityWhereBothLookedBeforeEitherWrote) {
+  std::shared_lock reading(loggerRegistry().mutex);
+  Adder first;
+  Adder second;
+  const auto deadline = std::chrono::steady_clock::now() + kFarTooLong;
+  while (!(first.sleeps() && second.sleeps()) && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::yield();
+  }
+  EXPECT_EQ(identities(), "");
+  EXPECT_TRUE(first.sleeps() && second.sleeps());
+  reading.unlock();
+  EXPECT_TRUE(finishes(first.adding));
+  EXPECT_TRUE(finishes(second.adding));
+  EXPECT_EQ(identities(), "a.1 a.1 ");
+}
+
 TEST_F(Registry, IsSearchedAndConfiguredWhileOthersReadIt) {
   std::shared_lock reading(loggerRegistry().mutex);
   std::future<void> searching = std::async(std::launch::async, search);
@@ -111,6 +149,13 @@ TEST_F(Registry, IsNotConfiguredWhileItIsWritten) {
   EXPECT_TRUE(isBlocked(configuring));
   writing.unlock();
   EXPECT_TRUE(finishes(configuring));
+}
+
+// Failures
+
+TEST_F(Registry, IsNotSearchedByTheOneWhoWritesIt) {
+  const std::unique_lock writing(loggerRegistry().mutex);
+  EXPECT_THROW(search(), std::system_error);
 }
 
 }  // namespace

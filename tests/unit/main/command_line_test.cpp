@@ -150,6 +150,7 @@ TEST(CommandLine, TakesAnIdOfMinusOneAsNone) {
 TEST(CommandLine, LeavesALogLevelToTheLogger) {
   EXPECT_EQ(settingsOf("--log-level nonsense out").logLevel, "nonsense");
   EXPECT_EQ(settingsOf("--log-level  out").logLevel, "");
+  EXPECT_EQ(settingsOf("--log-level debug --log-level  out").logLevel, "");
 }
 
 TEST(Usage, IsPrintedInWhole) {

@@ -128,6 +128,7 @@ TEST(Options, TakeAnInstanceAndALogLevelAsTheyStand) {
   EXPECT_EQ(applied("--instance", {"a b"}).settings.instance, "a b");
   EXPECT_EQ(applied("--instance", {""}).settings.instance, "");
   EXPECT_EQ(applied("--log-level", {"Nonsense"}).settings.logLevel, "Nonsense");
+  EXPECT_EQ(applied("--log-level", {"debug", ""}).settings.logLevel, "");
 }
 
 struct Id {
