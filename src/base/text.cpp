@@ -34,10 +34,15 @@ std::vector<std::string_view> split(std::string_view text, char separator, Empty
   return parts;
 }
 
-std::string_view trim(std::string_view text) {
+std::string_view trimLeft(std::string_view text) {
   while (!text.empty() && isSpace(text.front())) {
     text.remove_prefix(1);
   }
+  return text;
+}
+
+std::string_view trim(std::string_view text) {
+  text = trimLeft(text);
   while (!text.empty() && isSpace(text.back())) {
     text.remove_suffix(1);
   }

@@ -27,8 +27,9 @@ inline constexpr std::size_t kUnlimitedSplits = static_cast<std::size_t>(-1);
 std::vector<std::string_view> split(std::string_view text, char separator, EmptyParts emptyParts,
                                     std::size_t maxSplits = kUnlimitedSplits);
 
-// `text` without the white space at its two ends.
+// `text` without the white space at its two ends, or at its beginning alone.
 std::string_view trim(std::string_view text);
+std::string_view trimLeft(std::string_view text);
 
 // The parts in order with `separator` between them.
 std::string join(std::span<const std::string> parts, std::string_view separator);

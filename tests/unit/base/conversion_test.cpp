@@ -1,7 +1,10 @@
 #include "base/conversion.h"
 
+#include <bit>
 #include <limits>
 #include <locale>
+#include <random>
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -103,6 +106,59 @@ constexpr Formatting kFormattings[] = {
 TEST(FormatDouble, WritesTheDefaultFormOfAStream) {
   for (const Formatting& row : kFormattings) {
     EXPECT_EQ(formatDouble(row.value), row.text);
+  }
+}
+
+template <typename Number>
+Number extractFromStream(const std::string& text, bool* ok) {
+  std::istringstream stream(text);
+  stream.imbue(std::locale::classic());
+  if (text.starts_with("0x")) {
+    stream >> std::hex;
+  }
+  Number number{};
+  stream >> number;
+  *ok = !stream.fail() && stream.eof();
+  return number;
+}
+
+template <typename Number>
+void expectWhatStreamsExtract(Number (*convert)(const std::string&, bool*),
+                              const std::string& text) {
+  bool expectedOk = false;
+  const Number expected = extractFromStream<Number>(text, &expectedOk);
+  bool ok = !expectedOk;
+  EXPECT_EQ(convert(text, &ok), expected) << "'" << text << "'";
+  EXPECT_EQ(ok, expectedOk) << "'" << text << "'";
+}
+
+// A text of up to `longest` characters, most of which occur in numbers.
+std::string randomText(std::mt19937& random, std::size_t longest) {
+  static const std::string characters = "00123456789xXeE+-..,fFaAnNiI G\t\0"s;
+  std::string text = random() % 4 == 0 ? "0x" : "";
+  for (std::size_t length = random() % (longest + 1); length > 0; --length) {
+    text += characters[random() % characters.size()];
+  }
+  return text;
+}
+
+TEST(Conversions, AgreeWithStreamsOnRandomTexts) {
+  std::mt19937 random(20);  // a failure has to happen again
+  for (int i = 0; i < 20'000 && !HasFailure(); ++i) {
+    const std::string text = randomText(random, i % 8 == 0 ? 26 : 6);
+    expectWhatStreamsExtract(convertInt, text);
+    expectWhatStreamsExtract(convertLong, text);
+    expectWhatStreamsExtract(convertDouble, text);
+  }
+}
+
+TEST(FormatDouble, AgreesWithStreamsOnRandomNumbers) {
+  std::mt19937_64 random(20);  // a failure has to happen again
+  for (int i = 0; i < 10'000 && !HasFailure(); ++i) {
+    const auto number = std::bit_cast<double>(random());
+    std::ostringstream stream;
+    stream << number;
+    EXPECT_EQ(formatDouble(number), stream.str());
   }
 }
 
