@@ -8,8 +8,8 @@
 namespace Cradle::Parser {
 namespace {
 
-// Also for files that grow or cannot be sought in, the end is one position like no other.
-constexpr std::streamoff kEndPosition = std::numeric_limits<std::streamoff>::max();
+// Also for files that grow, the end is one position like no other.
+constexpr std::uint64_t kEndPosition = std::numeric_limits<std::uint64_t>::max();
 
 constexpr CharacterSet kNameCharacters(
     " -.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
@@ -27,7 +27,7 @@ ConfigFileIterator::ConfigFileIterator(ConfigFileInfo& info, bool atEnd) : info_
     position_ = kEndPosition;
     return;
   }
-  open(info.path);
+  lines_.emplace(info.path);
   ++*this;
 }
 
@@ -40,21 +40,21 @@ ConfigFileIterator& ConfigFileIterator::operator++() {
   return *this;
 }
 
-// Whether there was another line. A last line without line feed is one.
+// Whether there was another line.
 bool ConfigFileIterator::readLine() {
-  keyLength_ = 0;
-  valueBegin_ = 0;
-  if (std::getline(*this, line_)) {
+  key_ = {};
+  value_ = {};
+  if (lines_->next()) {
+    line_ = lines_->line();
     position_ = nextPosition_;
-    nextPosition_ += static_cast<std::streamoff>(line_.size()) + 1;
+    nextPosition_ += line_.size() + 1;
     ++lineNumber_;
     return true;
   }
-  line_.clear();
-  if (eof()) {
-    position_ = kEndPosition;
-  } else {
+  if (lines_->failed()) {
     info_.failed = true;
+  } else {
+    position_ = kEndPosition;
   }
   return false;
 }
@@ -80,7 +80,7 @@ void ConfigFileIterator::takeGroup() {
     reject("Could not parse line as group in ");
     return;
   }
-  const std::string_view name = std::string_view(line_).substr(1, line_.size() - 2);
+  const std::string_view name = line_.substr(1, line_.size() - 2);
   if (!kNameCharacters.containsAll(name)) {
     reject("Group name contains invalid characters in ");
     return;
@@ -90,16 +90,17 @@ void ConfigFileIterator::takeGroup() {
 
 bool ConfigFileIterator::takeKey() {
   const std::size_t separator = line_.find('=');
-  if (separator == std::string::npos) {
+  if (separator == std::string_view::npos) {
     reject("Could not parse line as key in ");
     return false;
   }
-  if (!kNameCharacters.containsAll(std::string_view(line_).substr(0, separator))) {
+  const std::string_view name = line_.substr(0, separator);
+  if (!kNameCharacters.containsAll(name)) {
     reject("Key contains invalid characters in ");
     return false;
   }
-  keyLength_ = separator;
-  valueBegin_ = separator + 1;
+  key_ = name;
+  value_ = line_.substr(separator + 1);
   return true;
 }
 

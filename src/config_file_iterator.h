@@ -1,22 +1,23 @@
 // The reader of configuration files: an input iterator over the entries of one file.
 //
 // A file is lines of "[group]", "key=value" and comments that begin with "#" or ";" in the first
-// column; nothing is trimmed, continued, quoted or escaped. The iterator is the file's input stream
-// itself and reads each line once. A bad line is logged as an error with path, line number and
-// text, sets the failed flag of the ConfigFileInfo, and reading goes on to the next entry. A file
-// that cannot be opened or read sets the flag without a message.
+// column; nothing is trimmed, continued, quoted or escaped. Each line is read once. A bad line is
+// logged as an error with path, line number and text, sets the failed flag of the ConfigFileInfo,
+// and reading goes on to the next entry. A file that cannot be opened or read sets the flag without
+// a message.
 #pragma once
 
 #include <cstdint>
-#include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/line_reader.h"
 #include "config_file_info.h"
 
 namespace Cradle::Parser {
 
-class ConfigFileIterator : private std::ifstream {
+class ConfigFileIterator {
  public:
   // The begin iterator opens the file of `info` and advances to its first entry; the end iterator
   // touches no file. `info` must outlive the iterator.
@@ -33,8 +34,8 @@ class ConfigFileIterator : private std::ifstream {
   // The current entry, valid until the next advance, and empty before the first and at the end.
   // Keys before the first group line belong to the group with the empty name.
   std::string_view group() const { return group_; }
-  std::string_view key() const { return std::string_view(line_).substr(0, keyLength_); }
-  std::string_view value() const { return std::string_view(line_).substr(valueBegin_); }
+  std::string_view key() const { return key_; }
+  std::string_view value() const { return value_; }
 
  private:
   bool readLine();
@@ -44,12 +45,13 @@ class ConfigFileIterator : private std::ifstream {
   void reject(std::string_view reason);
 
   ConfigFileInfo& info_;
-  std::streamoff position_ = 0;      // where the last line read begins
-  std::streamoff nextPosition_ = 0;  // where the next one does
-  std::uint32_t lineNumber_ = 0;     // of the last line read
-  std::string line_;
-  std::size_t keyLength_ = 0;
-  std::size_t valueBegin_ = 0;
+  std::optional<LineReader> lines_;  // none for the end iterator
+  std::string_view line_;            // the last line read
+  std::uint32_t lineNumber_ = 0;     // its number
+  std::uint64_t position_ = 0;       // where it begins
+  std::uint64_t nextPosition_ = 0;   // where the next one does
+  std::string_view key_;
+  std::string_view value_;
   std::string group_;
 };
 

@@ -1,7 +1,6 @@
 #include "environment_file.h"
 
-#include <fstream>
-
+#include "base/line_reader.h"
 #include "base/text.h"
 #include "library_logger.h"
 
@@ -19,16 +18,15 @@ std::string_view unquote(std::string_view value) {
 
 std::optional<std::string> readEnvironmentFile(const std::string& path, std::string_view name,
                                                bool report) {
-  std::ifstream file(path);
-  const bool opened = file.is_open();
+  LineReader lines(path);
   std::optional<std::string> value;
-  for (std::string line; std::getline(file, line);) {
-    const auto parts = split(line, '=', EmptyParts::KeepAll, 1);
+  while (lines.next()) {
+    const auto parts = split(lines.line(), '=', EmptyParts::KeepAll, 1);
     if (parts.size() == 2 && trim(parts[0]) == name) {
       value = unquote(trim(parts[1]));
     }
   }
-  if (report && (!opened || file.bad())) {
+  if (report && lines.failed()) {
     libraryLogger().error() << "Reading environment file '" << path << "' failed";
     return std::nullopt;
   }

@@ -149,7 +149,7 @@ def test_a_variable_of_an_environment_file_may_have_any_name(
 
 
 def test_an_environment_file_that_ends_in_an_error_gives_what_was_read(host: Host) -> None:
-    host.file("/env", "LANG=a\n" + f"# {'x' * 97}\n" * 200 + "LANG=b\n")
+    host.file("/env", "LANG=a\n" + f"# {'x' * 97}\n" * 2000 + "LANG=b\n")
     failing = ["-P", "/env", "-e", "inject=read:error=EIO:when=2"]
     check(host, "${envfile:/env:LANG}", "a", strace=failing)
 

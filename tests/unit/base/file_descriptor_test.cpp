@@ -1,0 +1,93 @@
+#include "base/file_descriptor.h"
+
+#include <cerrno>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_directory.h"
+
+namespace Cradle {
+namespace {
+
+bool isOpen(int number) {
+  return fcntl(number, F_GETFD) >= 0;
+}
+
+TEST(FileDescriptor, OpensAFileAndClosesItWithItsOwner) {
+  int number = -1;
+  {
+    const FileDescriptor file("/dev/null", O_RDONLY);
+    ASSERT_TRUE(file.isOpen());
+    number = file.number();
+    EXPECT_TRUE(isOpen(number));
+  }
+  EXPECT_FALSE(isOpen(number));
+}
+
+TEST(FileDescriptor, CreatesAFileWithTheModeGiven) {
+  const Testing::TemporaryDirectory directory;
+  const FileDescriptor file(directory.path("new"), O_WRONLY | O_CREAT, 0600);
+  EXPECT_TRUE(file.isOpen());
+  EXPECT_EQ(directory.read("new"), "");
+}
+
+TEST(FileDescriptor, IsNotInheritedByOtherPrograms) {
+  const FileDescriptor file("/dev/null", O_RDONLY);
+  EXPECT_EQ(fcntl(file.number(), F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
+}
+
+TEST(FileDescriptor, ClosesAFileThatItTakesOver) {
+  const int number = dup(STDERR_FILENO);
+  { const FileDescriptor file(number); }
+  EXPECT_FALSE(isOpen(number));
+}
+
+TEST(FileDescriptor, HandsItsFileOn) {
+  FileDescriptor first("/dev/null", O_RDONLY);
+  const int number = first.number();
+  FileDescriptor second(std::move(first));
+  EXPECT_EQ(second.number(), number);
+  {
+    FileDescriptor third("/dev/null", O_RDONLY);
+    third = std::move(second);
+    EXPECT_EQ(third.number(), number);
+    EXPECT_TRUE(isOpen(number));
+  }
+  EXPECT_FALSE(isOpen(number));
+}
+
+TEST(Uninterrupted, RepeatsACallUntilNoSignalInterruptsIt) {
+  int calls = 0;
+  const int result = uninterrupted([&] {
+    errno = EINTR;
+    return ++calls < 3 ? -1 : 7;
+  });
+  EXPECT_EQ(result, 7);
+  EXPECT_EQ(calls, 3);
+}
+
+// Failures
+
+TEST(Uninterrupted, LeavesAnyOtherFailureToTheCaller) {
+  int calls = 0;
+  const int result = uninterrupted([&] {
+    errno = EIO;
+    ++calls;
+    return -1;
+  });
+  EXPECT_EQ(result, -1);
+  EXPECT_EQ(errno, EIO);
+  EXPECT_EQ(calls, 1);
+}
+
+TEST(FileDescriptor, IsNotOpenWhereTheFileCannotBeOpened) {
+  errno = 0;
+  const FileDescriptor file("/missing/file", O_RDONLY);
+  EXPECT_EQ(errno, ENOENT);
+  EXPECT_FALSE(file.isOpen());
+}
+
+}  // namespace
+}  // namespace Cradle

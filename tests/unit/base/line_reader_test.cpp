@@ -1,0 +1,126 @@
+#include "base/line_reader.h"
+
+#include <csignal>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+
+#include "support/child_process.h"
+#include "support/temporary_directory.h"
+
+namespace Cradle {
+namespace {
+
+using namespace std::string_literals;
+using Testing::inChildProcess;
+using Testing::TemporaryDirectory;
+
+// Each line between bars, "!" for a failure behind them.
+std::string linesOf(const std::string& path) {
+  LineReader lines(path);
+  std::string all = "|";
+  while (lines.next()) {
+    all.append(lines.line()) += '|';
+  }
+  EXPECT_EQ(lines.line(), "");
+  EXPECT_FALSE(lines.next());
+  return lines.failed() ? all + "!" : all;
+}
+
+struct Text {
+  std::string file;
+  std::string lines;
+};
+
+const Text kTexts[] = {
+    {"", "|"},
+    {"a", "|a|"},
+    {"a\n", "|a|"},
+    {"\n", "||"},
+    {"\n\n", "|||"},
+    {"\na", "||a|"},
+    {"a\nb", "|a|b|"},
+    {"a\nb\n", "|a|b|"},
+    {"a\n\nb\n\n", "|a||b||"},
+    {"a\r\n", "|a\r|"},
+    {"\0\xff\n\0"s, "|\0\xff|\0|"s},
+};
+
+TEST(LineReader, EndsALineAtALineFeedOrAtTheEndOfTheFile) {
+  const TemporaryDirectory directory;
+  for (const Text& row : kTexts) {
+    EXPECT_EQ(linesOf(directory.write("file", row.file)), row.lines) << row.file;
+  }
+}
+
+// A text of 200 lines whose lengths go up and down around the size given.
+Text linesAround(std::size_t size) {
+  Text text{"", "|"};
+  for (std::size_t i = 0; i < 200; ++i) {
+    const std::string line(size - 100 + i * 7 % 200, static_cast<char>('a' + i % 26));
+    text.file += line + "\n";
+    text.lines += line + "|";
+  }
+  return text;
+}
+
+TEST(LineReader, TakesLinesOfEveryLength) {
+  const TemporaryDirectory directory;
+  for (const std::size_t size : {100U, 4096U, 16384U, 65536U, 131072U}) {
+    const Text text = linesAround(size);
+    EXPECT_TRUE(linesOf(directory.write("file", text.file)) == text.lines) << size;
+  }
+}
+
+TEST(LineReader, TakesALastLineThatFillsAllMemoryReadSoFar) {
+  const TemporaryDirectory directory;
+  for (const std::size_t size : {65535U, 65536U, 65537U, 131072U}) {
+    const std::string line(size, 'x');
+    EXPECT_TRUE(linesOf(directory.write("file", line)) == "|" + line + "|") << size;
+    EXPECT_TRUE(linesOf(directory.write("file", line + "\n")) == "|" + line + "|") << size;
+  }
+}
+
+// Writes a few bytes at a time into a FIFO, in a process of its own.
+void writeSlowly(const std::string& fifo) {
+  if (fork() == 0) {
+    usleep(30'000);
+    const int file = open(fifo.c_str(), O_WRONLY);
+    for (const char* const piece : {"ab", "c\nd", "\n", "e"}) {
+      usleep(30'000);
+      if (write(file, piece, strlen(piece)) < 0) {
+        break;
+      }
+    }
+    _exit(0);
+  }
+}
+
+TEST(LineReader, LosesNothingToPausesAndSignals) {
+  const TemporaryDirectory directory;
+  const std::string fifo = directory.path("fifo");
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_EQ(inChildProcess([&] {
+              writeSlowly(fifo);
+              struct sigaction interrupt {};
+              interrupt.sa_handler = [](int /*signal*/) {};
+              sigaction(SIGALRM, &interrupt, nullptr);
+              const itimerval often{{0, 5'000}, {0, 5'000}};
+              setitimer(ITIMER_REAL, &often, nullptr);
+              return linesOf(fifo);
+            }),
+            "|abc|d|e|");
+}
+
+// Failures
+
+TEST(LineReader, FailsWhereTheFileCannotBeOpenedOrRead) {
+  const TemporaryDirectory directory;
+  EXPECT_EQ(linesOf(directory.path("missing")), "|!");
+  EXPECT_EQ(linesOf(directory.path()), "|!");
+}
+
+}  // namespace
+}  // namespace Cradle
