@@ -1,7 +1,5 @@
 #include "config_writer.h"
 
-#include <locale>
-
 #include <sys/stat.h>
 
 namespace Cradle::Parser {
@@ -9,36 +7,43 @@ namespace {
 
 constexpr mode_t kOwnerOnlyMask = 077;
 
+OutputFile createForOwner(const std::string& path) {
+  const mode_t callersMask = umask(kOwnerOnlyMask);
+  OutputFile file(path);
+  umask(callersMask);
+  return file;
+}
+
 }  // namespace
 
 ConfigWriter::ConfigWriter(const std::string& path, Separator separator)
-    : separator_(separator == Separator::Spaced ? " = " : "=") {
-  const mode_t callersMask = umask(kOwnerOnlyMask);
-  open(path, std::ios::out | std::ios::trunc);
-  umask(callersMask);
-  imbue(std::locale::classic());
-}
+    : file_(createForOwner(path)),
+      isOpen_(file_.good()),
+      separator_(separator == Separator::Spaced ? " = " : "=") {}
 
-void ConfigWriter::writeLine(std::string_view first, std::string_view second,
-                             std::string_view third) {
-  *this << first << second << third << '\n';
-  flush();
+void ConfigWriter::writeLine(std::initializer_list<std::string_view> pieces) {
+  line_.clear();
+  for (const std::string_view piece : pieces) {
+    line_ += piece;
+  }
+  line_ += '\n';
+  file_.write(line_);
 }
 
 void ConfigWriter::writeComment(std::string_view text) {
-  writeLine("# ", text, "");
+  writeLine({"# ", text});
 }
 
 void ConfigWriter::writeGroup(std::string_view name) {
-  writeLine("[", name, "]");
+  writeLine({"[", name, "]"});
 }
 
 void ConfigWriter::writeEmptyLine() {
-  writeLine("", "", "");
+  writeLine({});
 }
 
 void ConfigWriter::writeValue(std::string_view key, std::string_view value) {
-  writeLine(key, separator_, value);
+  writeLine({key, separator_, value});
 }
 
 void ConfigWriter::writeValue(std::string_view key, const char* value) {
@@ -46,19 +51,19 @@ void ConfigWriter::writeValue(std::string_view key, const char* value) {
 }
 
 void ConfigWriter::writeValue(std::string_view key, bool value) {
-  writeLine(key, separator_, value ? "true" : "false");
+  writeValue(key, value ? std::string_view("true") : std::string_view("false"));
 }
 
 void ConfigWriter::writeValue(std::string_view key, std::int32_t value) {
-  writeLine(key, separator_, std::to_string(value));
+  writeValue(key, std::to_string(value));
 }
 
 void ConfigWriter::writeContent(std::string_view text) {
-  *this << text;
-  if (!text.ends_with('\n')) {
-    *this << '\n';
+  if (text.ends_with('\n')) {
+    file_.write(text);
+  } else {
+    writeLine({text});
   }
-  flush();
 }
 
 }  // namespace Cradle::Parser

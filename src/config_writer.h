@@ -1,18 +1,21 @@
 // The writer of every output file: comments, groups, key/value lines and verbatim text, line by
 // line in the order of the calls.
 //
-// Each operation ends with a flush, so a crash loses at most the line being written. The writer
-// reports nothing: where the file cannot be opened or written, all that follows is discarded.
+// Each operation writes to the file at once, so a crash loses at most the line being written. The
+// writer reports nothing: where the file cannot be opened or written, all that follows is
+// discarded.
 #pragma once
 
 #include <cstdint>
-#include <fstream>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
+#include "base/output_file.h"
+
 namespace Cradle::Parser {
 
-class ConfigWriter : private std::ofstream {
+class ConfigWriter {
  public:
   // What stands between a key and its value.
   enum class Separator : std::uint8_t { Plain, Spaced };  // "=" or " = "
@@ -33,12 +36,15 @@ class ConfigWriter : private std::ofstream {
   // The text as it is; a newline is added unless it ends with one.
   void writeContent(std::string_view text);
 
-  bool isOpen() const { return is_open(); }
+  bool isOpen() const { return isOpen_; }
 
  private:
-  void writeLine(std::string_view first, std::string_view second, std::string_view third);
+  void writeLine(std::initializer_list<std::string_view> pieces);
 
+  OutputFile file_;
+  bool isOpen_;
   std::string_view separator_;
+  std::string line_;  // keeps its memory from line to line
 };
 
 }  // namespace Cradle::Parser

@@ -1,15 +1,13 @@
 #include "generators/run_facts.h"
 
-#include <filesystem>
-#include <system_error>
+#include <unistd.h>
 
 namespace Cradle::Generators {
 namespace {
 
 // Where the host keeps its ODM partition's files: newer devices have one, older ones use /vendor.
 std::string odmDirectory() {
-  std::error_code ignored;
-  return std::filesystem::exists("/odm/lib", ignored) ? "/odm" : "/vendor";
+  return access("/odm/lib", F_OK) == 0 ? "/odm" : "/vendor";
 }
 
 }  // namespace

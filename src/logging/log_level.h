@@ -14,7 +14,7 @@ enum class Level : std::int32_t { LogCritical, LogError, LogWarning, LogInfo, Lo
 struct LevelRow {
   Level level;
   std::string_view inputName;    // accepted in any case
-  std::string_view printedName;  // begins a line on a stream
+  std::string_view printedName;  // begins a line in a file
   int journalPriority;           // as in <syslog.h>
 };
 

@@ -1,9 +1,8 @@
 // One log message, built from parts and emitted as one line when it is destroyed.
 //
-// Written as `logger.error() << "Cannot read " << path;`. The level, target and stream are those
-// that the logger has when the message is made. A message below the logger's threshold, and one
-// without parts, emits nothing. A stream in a failed state is passed over silently. Emitting leaves
-// errno as it was.
+// Written as `logger.error() << "Cannot read " << path;`. The level and target are those that the
+// logger has when the message is made. A message below the logger's threshold, and one without
+// parts, emits nothing. Emitting leaves errno as it was.
 #pragma once
 
 #include <concepts>

@@ -3,8 +3,6 @@
 // Without this the journal's functions are macros that add the place of the call in this program.
 #define SD_JOURNAL_SUPPRESS_LOCATION
 #include <array>
-#include <fstream>
-#include <iostream>
 
 #include <systemd/sd-journal.h>
 
@@ -26,9 +24,8 @@ constexpr std::array<NamedTarget, 3> kNamedTargets{{
     {"stderr", Target::TargetStderr},
 }};
 
-// The standard streams belong to the C++ runtime.
-std::shared_ptr<std::ostream> unowned(std::ostream& stream) {
-  return {std::shared_ptr<void>(), &stream};
+std::shared_ptr<OutputFile> unowned(OutputFile& file) {
+  return {std::shared_ptr<void>(), &file};
 }
 
 void printToJournal(int priority, const std::string& text) {
@@ -43,9 +40,9 @@ void printToJournal(int priority, const std::string& text) {
 LogTarget makeTarget(Target target) {
   switch (target) {
     case Target::TargetStdout:
-      return {target, unowned(std::cout)};
+      return {target, unowned(standardOutput())};
     case Target::TargetStderr:
-      return {target, unowned(std::cerr)};
+      return {target, unowned(standardError())};
     default:
       return {target, nullptr};
   }
@@ -57,8 +54,8 @@ LogTarget convertTargetFromString(std::string value) {
     return makeTarget(named->target);
   }
   if (value.starts_with('/')) {
-    auto file = std::make_shared<std::ofstream>(value);
-    if (file->is_open()) {
+    auto file = std::make_shared<OutputFile>(value);
+    if (file->good()) {
       return {Target::TargetFile, std::move(file)};
     }
   }
@@ -66,11 +63,11 @@ LogTarget convertTargetFromString(std::string value) {
 }
 
 bool targetDropsAll(const LogTarget& target) {
-  return target.target != Target::TargetSystemd && !target.stream;
+  return target.target != Target::TargetSystemd && !target.file;
 }
 
 bool targetIsValid(const LogTarget& target) {
-  return target.target == Target::TargetSystemd || (target.stream && target.stream->good());
+  return target.target == Target::TargetSystemd || (target.file && target.file->good());
 }
 
 void emitLine(const LogTarget& target, Level level, std::string_view text) {
@@ -79,16 +76,15 @@ void emitLine(const LogTarget& target, Level level, std::string_view text) {
     printToJournal(row.journalPriority, std::string(text));
     return;
   }
-  if (!target.stream || !target.stream->good()) {
+  if (!target.file) {
     return;
   }
   std::string line(row.printedName);
   line += ": ";
   line += text;
-  line += target.stream->widen('\n');
+  line += '\n';
   // One piece, so that the lines of several processes on one terminal or pipe do not mix.
-  target.stream->write(line.data(), static_cast<std::streamsize>(line.size()));
-  target.stream->flush();
+  target.file->write(line);
 }
 
 }  // namespace Cradle::Parser::Logging

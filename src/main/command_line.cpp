@@ -9,12 +9,11 @@ namespace {
 
 constexpr std::size_t kUsageColumn = 27;  // the width of an option and its placeholder
 
-// One pass over the arguments. Where one is wrong, its message is written at once and run() is
-// false.
+// One pass over the arguments. Where one is wrong, run() is false and the complaint made.
 class Scan {
  public:
-  Scan(std::span<const char* const> arguments, Settings& settings, Streams streams)
-      : arguments_(arguments), settings_(settings), streams_(streams) {}
+  Scan(std::span<const char* const> arguments, Settings& settings, Complaint& complaint)
+      : arguments_(arguments), settings_(settings), complaint_(complaint) {}
 
   bool run() {
     if (arguments_.size() < 2) {
@@ -56,22 +55,22 @@ class Scan {
   bool takeOption(std::string_view name, std::size_t valuePosition) {
     const Option* const option = findRow(options(), &Option::name, name);
     if (option == nullptr) {
-      streams_.errors << name << ": unknown argument\n";
+      complaint_.errors.append(name).append(": unknown argument\n");
       return false;
     }
     if (valuePosition >= arguments_.size()) {
       return failWithUsage(option->missingValue);
     }
-    if (!option->apply(settings_, arguments_[valuePosition], streams_.errors)) {
-      printUsage(program(), streams_.output);
+    if (!option->apply(settings_, arguments_[valuePosition], complaint_.errors)) {
+      complaint_.usage = usage(program());
       return false;
     }
     return true;
   }
 
   bool failWithUsage(std::string_view message) {
-    streams_.errors << message << '\n';
-    printUsage(program(), streams_.output);
+    complaint_.errors.append(message).append("\n");
+    complaint_.usage = usage(program());
     return false;
   }
 
@@ -79,7 +78,7 @@ class Scan {
 
   std::span<const char* const> arguments_;
   Settings& settings_;
-  Streams streams_;
+  Complaint& complaint_;
 };
 
 void applyDefaults(Settings& settings) {
@@ -93,22 +92,23 @@ void applyDefaults(Settings& settings) {
 
 }  // namespace
 
-bool parse(std::span<const char* const> arguments, Settings& settings, Streams streams) {
-  if (!Scan(arguments, settings, streams).run()) {
+bool parse(std::span<const char* const> arguments, Settings& settings, Complaint& complaint) {
+  if (!Scan(arguments, settings, complaint).run()) {
     return false;
   }
   applyDefaults(settings);
   return true;
 }
 
-void printUsage(std::string_view program, std::ostream& output) {
-  output << "USAGE:\n    " << program << " [OPTIONS] [--] <output_file>\n\nOPTIONS:\n";
+std::string usage(std::string_view program) {
+  std::string text = "USAGE:\n    ";
+  text.append(program).append(" [OPTIONS] [--] <output_file>\n\nOPTIONS:\n");
   for (const Option& option : options()) {
     std::string column = std::string(option.name) + ' ' + std::string(option.placeholder);
     column.resize(kUsageColumn, ' ');
-    output << "    " << column << option.help << option.helpDefault << '\n';
+    text.append("    ").append(column).append(option.help).append(option.helpDefault).append("\n");
   }
-  output << "\nARGS:\n    <output_file>              Path to file to write. Required.\n";
+  return text.append("\nARGS:\n    <output_file>              Path to file to write. Required.\n");
 }
 
 }  // namespace Cradle::CommandLine

@@ -1,28 +1,28 @@
 // The command line: options, each with exactly one value, then one output file.
 //
 // Options are recognised only before the output file; a value is always the next argument, whatever
-// it looks like. Messages go to an error stream and the usage text to an output stream, never
-// through the logger.
+// it looks like. Messages are for standard error and the usage text for standard output, never for
+// the logger.
 #pragma once
 
-#include <ostream>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "main/options.h"
 
 namespace Cradle::CommandLine {
 
-struct Streams {
-  std::ostream& output;
-  std::ostream& errors;
+// What a command line that is wrong has to say.
+struct Complaint {
+  std::string errors;
+  std::string usage;  // empty where the message needs none
 };
 
 // Reads the arguments, the program's name first, into `settings` and fills in the defaults. False
-// when the command line is wrong: the message has then been written, and the usage text where it
-// belongs.
-bool parse(std::span<const char* const> arguments, Settings& settings, Streams streams);
+// when the command line is wrong, with the complaint.
+bool parse(std::span<const char* const> arguments, Settings& settings, Complaint& complaint);
 
-void printUsage(std::string_view program, std::ostream& output);
+std::string usage(std::string_view program);
 
 }  // namespace Cradle::CommandLine

@@ -2,9 +2,9 @@
 
 #include <array>
 #include <cstdlib>
-#include <iostream>
 #include <span>
 
+#include "base/output_file.h"
 #include "generators/generated_config.h"
 #include "generators/lxc_config.h"
 #include "generators/property_file.h"
@@ -41,11 +41,14 @@ int main(int argc, char** argv) {
 
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
   Settings settings;
-  if (!Cradle::CommandLine::parse(arguments, settings, {std::cout, std::cerr})) {
+  Cradle::CommandLine::Complaint complaint;
+  if (!Cradle::CommandLine::parse(arguments, settings, complaint)) {
+    Cradle::standardError().write(complaint.errors);
+    Cradle::standardOutput().write(complaint.usage);
     return EXIT_FAILURE;
   }
   if (!settings.logLevel.empty() && !libraryLogger().setLevel(settings.logLevel)) {
-    Cradle::CommandLine::printUsage(arguments.front(), std::cout);
+    Cradle::standardOutput().write(Cradle::CommandLine::usage(arguments.front()));
     return EXIT_FAILURE;
   }
   return generate(settings);

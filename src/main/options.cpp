@@ -24,62 +24,62 @@ constexpr std::array<TypeWord, 3> kTypes{{
     {"lxc", OutputType::Lxc},
 }};
 
-bool applyType(Settings& settings, const std::string& value, std::ostream& errors) {
+bool applyType(Settings& settings, const std::string& value, std::string& errors) {
   const TypeWord* const type = findRow(kTypes, &TypeWord::word, value);
   if (type == nullptr) {
-    errors << "Invalid value for --type. " << kTypeWords << '\n';
+    errors.append("Invalid value for --type. ").append(kTypeWords).append("\n");
     return false;
   }
   settings.type = type->type;
   return true;
 }
 
-bool applyConfig(Settings& settings, const std::string& value, std::ostream& /*errors*/) {
+bool applyConfig(Settings& settings, const std::string& value, std::string& /*errors*/) {
   settings.directories.push_back(value);
   return true;
 }
 
-bool applyConfigs(Settings& settings, const std::string& value, std::ostream& /*errors*/) {
+bool applyConfigs(Settings& settings, const std::string& value, std::string& /*errors*/) {
   for (const std::string_view directory : split(value, ':', EmptyParts::DropTrailing)) {
     settings.directories.emplace_back(directory);
   }
   return true;
 }
 
-bool applyInstance(Settings& settings, const std::string& value, std::ostream& /*errors*/) {
+bool applyInstance(Settings& settings, const std::string& value, std::string& /*errors*/) {
   settings.instance = value;
   return true;
 }
 
-bool applyLogLevel(Settings& settings, const std::string& value, std::ostream& /*errors*/) {
+bool applyLogLevel(Settings& settings, const std::string& value, std::string& /*errors*/) {
   settings.logLevel = value;
   return true;
 }
 
 // The leading integer of `value`, what follows it ignored, stored as 32 bits unsigned.
 bool applyId(std::string_view option, std::uint32_t& id, const std::string& value,
-             std::ostream& errors) {
+             std::string& errors) {
   char* end = nullptr;
   errno = 0;
   const long number = std::strtol(value.c_str(), &end, 10);
   if (end == value.c_str()) {
-    errors << option << ": " << value << " does not look like an integer.\n";
+    errors.append(option).append(": " + value + " does not look like an integer.\n");
     return false;
   }
   if (errno == ERANGE || number < std::numeric_limits<std::int32_t>::min() ||
       number > std::numeric_limits<std::int32_t>::max()) {
-    errors << option << ": " << value << " is too big/small.\n";
+    errors.append(option).append(": " + value + " is too big/small.\n");
     return false;
   }
   id = static_cast<std::uint32_t>(number);
   return true;
 }
 
-bool applyUserId(Settings& settings, const std::string& value, std::ostream& errors) {
+bool applyUserId(Settings& settings, const std::string& value, std::string& errors) {
   return applyId("--user-id", settings.userId, value, errors);
 }
 
-bool applyBaseUid(Settings& settings, const std::string& value, std::ostream& errors) {
+bool applyBaseUid(Settings& settings, const std::string& value, std::string& errors) {
   return applyId("--base-uid", settings.baseUid, value, errors);
 }
 

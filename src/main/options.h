@@ -5,7 +5,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,8 +32,9 @@ struct Option {
   std::string_view help;
   std::string_view helpDefault;   // follows the help directly
   std::string_view missingValue;  // the message when the value is missing
-  // Stores the value. Otherwise writes its message and returns false; the usage text follows.
-  bool (*apply)(Settings& settings, const std::string& value, std::ostream& errors);
+  // Stores the value. Otherwise appends its message, a line, and returns false; the usage text
+  // follows.
+  bool (*apply)(Settings& settings, const std::string& value, std::string& errors);
 };
 
 // Every option, in the order of the usage text.

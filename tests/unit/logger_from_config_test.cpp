@@ -1,4 +1,3 @@
-#include <iostream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,7 +12,7 @@
 #include "support/log_capture.h"
 #include "support/logger_level.h"
 #include "support/lower_case_path.h"
-#include "support/stream_capture.h"
+#include "support/output_capture.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Parser::Logging {
@@ -25,7 +24,7 @@ using Testing::levelOf;
 using Testing::loadText;
 using Testing::LogCapture;
 using Testing::LowerCasePath;
-using Testing::StreamCapture;
+using Testing::OutputCapture;
 using Testing::TemporaryDirectory;
 
 // A logger "a.b" at LogWarning on standard output, which is caught.
@@ -44,7 +43,7 @@ class LoggerFromConfig : public ::testing::Test {
   }
 
   EmptyLoggerRegistry registry_;
-  StreamCapture out_{std::cout};
+  OutputCapture out_{standardOutput()};
   std::shared_ptr<LoggerConfig> logger_ = LoggerConfig::create("a.b", LoggerConfig::LogWarning);
 };
 

@@ -3,10 +3,8 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <optional>
-#include <streambuf>
 #include <string>
 
 #include <dlfcn.h>
@@ -16,7 +14,7 @@
 #include "logging/logger_config.h"
 #include "support/empty_logger_registry.h"
 #include "support/lower_case_path.h"
-#include "support/stream_capture.h"
+#include "support/output_capture.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Parser::Logging {
@@ -25,7 +23,7 @@ namespace {
 using Testing::EmptyLoggerRegistry;
 using ::testing::HasSubstr;
 using Testing::LowerCasePath;
-using Testing::StreamCapture;
+using Testing::OutputCapture;
 using Testing::TemporaryDirectory;
 
 constexpr Level kAllLevels[] = {Level::LogCritical, Level::LogError, Level::LogWarning,
@@ -37,7 +35,7 @@ class LogMessages : public ::testing::Test {
   LogMessages() { logger_->setTarget(LoggerConfig::TargetStdout); }
 
   EmptyLoggerRegistry registry_;
-  StreamCapture out_{std::cout};
+  OutputCapture out_{standardOutput()};
   std::shared_ptr<LoggerConfig> logger_ = LoggerConfig::create("a.b", LoggerConfig::LogWarning);
 };
 
@@ -118,7 +116,7 @@ TEST_F(LogMessages, ArePrintedWhenTheyAreFinished) {
 }
 
 TEST_F(LogMessages, KeepTheTargetThatTheLoggerHadWhenTheyWereMade) {
-  const StreamCapture err(std::cerr);
+  const OutputCapture err(standardError());
   {
     LogMessage message = logger_->error();
     logger_->setTarget(LoggerConfig::TargetStderr);
@@ -152,24 +150,12 @@ TEST_F(LogMessages, FollowTheThresholdThatTheLoggerHadWhenTheyWereMade) {
   EXPECT_EQ(out_.text(), "WARNING: enabled\n");
 }
 
-// A stream that changes errno and loses everything.
-struct FailingBuffer : std::streambuf {
-  std::streamsize xsputn(const char* /*text*/, std::streamsize /*size*/) override {
-    errno = EIO;
-    return 0;
-  }
-};
-
 TEST_F(LogMessages, LeaveTheCallersErrorNumberAlone) {
-  FailingBuffer buffer;
-  std::streambuf* const previous = std::cout.rdbuf(&buffer);
+  standardOutput() = OutputFile("/dev/full");
   errno = ENOENT;
   logger_->error() << "text";
-  const int after = errno;
-  const bool printed = std::cout.good();
-  std::cout.rdbuf(previous);
-  EXPECT_EQ(after, ENOENT);
-  EXPECT_FALSE(printed);
+  EXPECT_EQ(errno, ENOENT);
+  EXPECT_FALSE(standardOutput().good());
 }
 
 [[noreturn]] void logToJournal() {
@@ -190,17 +176,17 @@ TEST(LogMessageDeathTest, GoesToTheJournalInOnePieceWithoutLevelAndIdentity) {
 // Failures
 
 TEST_F(LogMessages, AreDroppedWithoutALogger) {
-  const StreamCapture err(std::cerr);
+  const OutputCapture err(standardError());
   for (const Level level : kAllLevels) {
     LogMessage(nullptr, level) << "text";
   }
   EXPECT_EQ(out_.text() + err.text(), "");
 }
 
-TEST_F(LogMessages, AreDroppedWhileTheStreamIsInAFailedState) {
-  std::cout.setstate(std::ios::badbit);
+TEST_F(LogMessages, AreDroppedWhileTheFileCannotBeWritten) {
+  out_.spoil();
   logger_->error() << "lost";
-  std::cout.clear();
+  out_.mend();
   logger_->error() << "printed";
   EXPECT_EQ(out_.text(), "ERROR: printed\n");
 }

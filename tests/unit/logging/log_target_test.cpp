@@ -1,22 +1,21 @@
 #include "logging/log_target.h"
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
-#include <locale>
 #include <memory>
-#include <sstream>
-#include <streambuf>
 #include <string>
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 
 #include "logging/logger_config.h"
 #include "support/child_process.h"
 #include "support/lower_case_path.h"
-#include "support/stream_capture.h"
+#include "support/output_capture.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Parser::Logging {
@@ -26,12 +25,12 @@ using ::testing::HasSubstr;
 using Testing::limitDescriptors;
 using Testing::LowerCasePath;
 using Testing::nextDescriptor;
-using Testing::StreamCapture;
+using Testing::OutputCapture;
 using ::testing::StrEq;
 using Testing::TemporaryDirectory;
 
-LogTarget targetOn(const std::shared_ptr<std::ostream>& stream) {
-  return {Target::TargetFile, stream};
+LogTarget targetOn(OutputFile& file) {
+  return {Target::TargetFile, {std::shared_ptr<void>(), &file}};
 }
 
 // Programs that pass a target on count on its size.
@@ -47,27 +46,30 @@ TEST(LogTarget, IsNumberedFromTheJournalToAFile) {
 struct NamedTarget {
   const char* name;
   Target target;
-  const std::ostream* stream;
+  const OutputFile* file;
 };
 
 const NamedTarget kNamedTargets[] = {
-    {"systemd", Target::TargetSystemd, nullptr},  {"SYSTEMD", Target::TargetSystemd, nullptr},
-    {"stdout", Target::TargetStdout, &std::cout}, {"StdOut", Target::TargetStdout, &std::cout},
-    {"stderr", Target::TargetStderr, &std::cerr}, {"Stderr", Target::TargetStderr, &std::cerr},
+    {"systemd", Target::TargetSystemd, nullptr},
+    {"SYSTEMD", Target::TargetSystemd, nullptr},
+    {"stdout", Target::TargetStdout, &standardOutput()},
+    {"StdOut", Target::TargetStdout, &standardOutput()},
+    {"stderr", Target::TargetStderr, &standardError()},
+    {"Stderr", Target::TargetStderr, &standardError()},
 };
 
 TEST(LogTarget, IsKnownByItsNameInAnyCase) {
   for (const NamedTarget& row : kNamedTargets) {
     const LogTarget target = convertTargetFromString(row.name);
     EXPECT_EQ(target.target, row.target) << row.name;
-    EXPECT_EQ(target.stream.get(), row.stream) << row.name;
+    EXPECT_EQ(target.file.get(), row.file) << row.name;
   }
 }
 
-TEST(LogTarget, IsMadeWithItsStandardStream) {
+TEST(LogTarget, IsMadeWithItsStandardFile) {
   for (const NamedTarget& row : kNamedTargets) {
     EXPECT_EQ(makeTarget(row.target).target, row.target);
-    EXPECT_EQ(makeTarget(row.target).stream.get(), row.stream);
+    EXPECT_EQ(makeTarget(row.target).file.get(), row.file);
   }
 }
 
@@ -101,21 +103,19 @@ TEST_F(LogFile, LosesWhatItHeldBefore) {
   EXPECT_EQ(directory_.read("my.log"), "");
 }
 
-TEST(LogTarget, IsValidWithAStreamInAGoodStateAndAlwaysForTheJournal) {
-  const StreamCapture out(std::cout);
-  const StreamCapture err(std::cerr);
+TEST(LogTarget, IsValidWithAGoodFileAndAlwaysForTheJournal) {
+  const OutputCapture out(standardOutput());
+  const OutputCapture err(standardError());
   EXPECT_TRUE(targetIsValid(makeTarget(Target::TargetSystemd)));
   EXPECT_TRUE(targetIsValid(makeTarget(Target::TargetStdout)));
   EXPECT_TRUE(targetIsValid(makeTarget(Target::TargetStderr)));
-  EXPECT_TRUE(targetIsValid(targetOn(std::make_shared<std::ostringstream>())));
 }
 
-TEST(LogTarget, DropsAllWhereItHasNeitherTheJournalNorAStream) {
+TEST(LogTarget, DropsAllWhereItHasNeitherTheJournalNorAFile) {
   EXPECT_TRUE(targetDropsAll(LogTarget{}));
   EXPECT_TRUE(targetDropsAll(makeTarget(Target::TargetFile)));
   EXPECT_FALSE(targetDropsAll(makeTarget(Target::TargetSystemd)));
   EXPECT_FALSE(targetDropsAll(makeTarget(Target::TargetStderr)));
-  EXPECT_FALSE(targetDropsAll(targetOn(std::make_shared<std::ostringstream>())));
 }
 
 struct Line {
@@ -130,64 +130,36 @@ constexpr Line kLines[] = {
 };
 
 TEST(EmitLine, PutsTheLevelBeforeTheText) {
+  OutputCapture out(standardOutput());
   for (const Line& row : kLines) {
-    const auto stream = std::make_shared<std::ostringstream>();
-    emitLine(targetOn(stream), row.level, "some text");
-    EXPECT_EQ(stream->str(), row.line);
+    emitLine(targetOn(standardOutput()), row.level, "some text");
+    EXPECT_EQ(out.take(), row.line);
   }
 }
 
 TEST(EmitLine, KeepsTheTextAsItIs) {
+  const OutputCapture out(standardOutput());
   const std::string text("%s\0\xff\n", 5);
-  const auto stream = std::make_shared<std::ostringstream>();
-  emitLine(targetOn(stream), Level::LogInfo, text);
-  EXPECT_EQ(stream->str(), "INFO: " + text + "\n");
+  emitLine(targetOn(standardOutput()), Level::LogInfo, text);
+  EXPECT_EQ(out.text(), "INFO: " + text + "\n");
 }
 
-// Notes each write as <text> and each flush as a bar.
-class NotingBuffer : public std::streambuf {
- public:
-  std::string notes;
-
- protected:
-  std::streamsize xsputn(const char* text, std::streamsize size) override {
-    notes += "<" + std::string(text, static_cast<std::size_t>(size)) + ">";
-    return size;
-  }
-  int_type overflow(int_type character) override {
-    notes += "<" + std::string(1, traits_type::to_char_type(character)) + ">";
-    return character;
-  }
-  int sync() override {
-    notes += "|";
-    return 0;
-  }
-};
-
-TEST(EmitLine, WritesALineInOnePieceAndFlushesIt) {
-  NotingBuffer buffer;
-  const auto stream = std::make_shared<std::ostream>(&buffer);
-  emitLine(targetOn(stream), Level::LogInfo, "a");
-  emitLine(targetOn(stream), Level::LogError, "b");
-  EXPECT_EQ(buffer.notes, "<INFO: a\n>|<ERROR: b\n>|");
-}
-
-// A locale in which a line ends otherwise.
-struct BarAtLineEnd : std::ctype<char> {
-  char do_widen(char character) const override { return character == '\n' ? '|' : character; }
-  const char* do_widen(const char* begin, const char* end, char* to) const override {
-    for (; begin != end; ++begin) {
-      *to++ = do_widen(*begin);
-    }
-    return end;
-  }
-};
-
-TEST(EmitLine, EndsTheLineAsTheLocaleOfTheStreamSays) {
-  const auto stream = std::make_shared<std::ostringstream>();
-  stream->imbue(std::locale(std::locale::classic(), new BarAtLineEnd));
-  emitLine(targetOn(stream), Level::LogInfo, "a");
-  EXPECT_EQ(stream->str(), "INFO: a|");
+TEST(EmitLine, WritesALineInOnePiece) {
+  int ends[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends), 0);
+  const FileDescriptor receiver(ends[0]);
+  const FileDescriptor sender(ends[1]);
+  OutputFile file(sender.number());
+  emitLine(targetOn(file), Level::LogInfo, "a");
+  emitLine(targetOn(file), Level::LogError, "b");
+  // What was written with one call is read with one.
+  std::array<char, 100> piece{};
+  const auto received = [&] {
+    const ssize_t count = read(receiver.number(), piece.data(), piece.size());
+    return std::string(piece.data(), static_cast<std::size_t>(count));
+  };
+  EXPECT_EQ(received(), "INFO: a\n");
+  EXPECT_EQ(received(), "ERROR: b\n");
 }
 
 // The journal. A library that is loaded already stands in for any of the same name that is asked
@@ -233,7 +205,7 @@ TEST_F(JournalDeathTest, IsPassedOverSilentlyWithoutItsLibrary) {
               StrEq("nothing to open, nothing printed\n"));
 }
 
-TEST(LogTarget, IsAFileWithoutAStreamForAnyOtherText) {
+TEST(LogTarget, IsWithoutAFileForAnyOtherText) {
   const TemporaryDirectory directory;
   const LowerCasePath path(directory.path());
   for (const std::string& text :
@@ -242,40 +214,38 @@ TEST(LogTarget, IsAFileWithoutAStreamForAnyOtherText) {
         path.of("missing/my.log")}) {
     const LogTarget target = convertTargetFromString(text);
     EXPECT_EQ(target.target, Target::TargetFile) << text;
-    EXPECT_EQ(target.stream, nullptr) << text;
+    EXPECT_EQ(target.file, nullptr) << text;
     EXPECT_FALSE(targetIsValid(target)) << text;
   }
 }
 
-TEST(LogTarget, IsInvalidWithAStreamInAFailedState) {
-  const StreamCapture out(std::cout);
-  const StreamCapture err(std::cerr);
-  std::cout.setstate(std::ios::badbit);
+TEST(LogTarget, IsInvalidWithAFileThatCannotBeWritten) {
+  OutputCapture out(standardOutput());
+  OutputCapture err(standardError());
+  out.spoil();
   EXPECT_FALSE(targetIsValid(makeTarget(Target::TargetStdout)));
   EXPECT_TRUE(targetIsValid(makeTarget(Target::TargetStderr)));
-  std::cerr.setstate(std::ios::failbit);
+  err.spoil();
   EXPECT_FALSE(targetIsValid(makeTarget(Target::TargetStderr)));
   EXPECT_TRUE(targetIsValid(makeTarget(Target::TargetSystemd)));
 }
 
-TEST(LogTarget, IsInvalidAsAFileWithoutAStream) {
+TEST(LogTarget, IsInvalidAsAFileWithoutOne) {
   EXPECT_FALSE(targetIsValid(LogTarget{}));
   EXPECT_FALSE(targetIsValid(makeTarget(Target::TargetFile)));
 }
 
-TEST(EmitLine, SkipsAStreamInAFailedStateSilently) {
-  for (const std::ios::iostate state : {std::ios::badbit, std::ios::failbit, std::ios::eofbit}) {
-    NotingBuffer buffer;
-    const auto stream = std::make_shared<std::ostream>(&buffer);
-    stream->setstate(state);
-    emitLine(targetOn(stream), Level::LogCritical, "lost");
-    EXPECT_EQ(buffer.notes, "") << state;
-  }
+TEST(EmitLine, SkipsAFileThatCannotBeWrittenSilently) {
+  OutputCapture out(standardOutput());
+  const OutputCapture err(standardError());
+  out.spoil();
+  emitLine(targetOn(standardOutput()), Level::LogCritical, "lost");
+  EXPECT_EQ(out.text() + err.text(), "");
 }
 
-TEST(EmitLine, SkipsATargetWithoutAStreamSilently) {
-  const StreamCapture out(std::cout);
-  const StreamCapture err(std::cerr);
+TEST(EmitLine, SkipsATargetWithoutAFileSilently) {
+  const OutputCapture out(standardOutput());
+  const OutputCapture err(standardError());
   emitLine(LogTarget{}, Level::LogCritical, "lost");
   EXPECT_EQ(out.text() + err.text(), "");
 }

@@ -1,6 +1,5 @@
 #include "logging/logger_config.h"
 
-#include <iostream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,7 +11,7 @@
 #include "support/empty_logger_registry.h"
 #include "support/logger_level.h"
 #include "support/lower_case_path.h"
-#include "support/stream_capture.h"
+#include "support/output_capture.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Parser::Logging {
@@ -23,7 +22,7 @@ using ::testing::HasSubstr;
 using Testing::levelOf;
 using Testing::LowerCasePath;
 using Testing::nextDescriptor;
-using Testing::StreamCapture;
+using Testing::OutputCapture;
 using Testing::TemporaryDirectory;
 
 // Identities
@@ -59,8 +58,8 @@ class Logger : public ::testing::Test {
   Logger() { logger_->setTarget(LoggerConfig::TargetStdout); }
 
   EmptyLoggerRegistry registry_;
-  StreamCapture out_{std::cout};
-  StreamCapture err_{std::cerr};
+  OutputCapture out_{standardOutput()};
+  OutputCapture err_{standardError()};
   TemporaryDirectory directory_;
   LowerCasePath path_{directory_.path()};
   std::shared_ptr<LoggerConfig> logger_ = LoggerConfig::create("a.b", LoggerConfig::LogError);
@@ -231,8 +230,8 @@ TEST_F(Logger, RefusesAnyOtherTargetNamingItAsGivenAndKeepsItsOwn) {
   }
 }
 
-TEST_F(Logger, RefusesAStandardStreamInAFailedState) {
-  std::cerr.setstate(std::ios::badbit);
+TEST_F(Logger, RefusesAStandardFileThatCannotBeWritten) {
+  err_.spoil();
   EXPECT_FALSE(logger_->setTarget(std::string("stderr")));
   EXPECT_EQ(out_.text(), "ERROR: Invalid logging target 'stderr'\n");
   EXPECT_EQ(logger_->target(), LoggerConfig::TargetStdout);

@@ -1,4 +1,3 @@
-#include <iostream>
 #include <memory>
 #include <string>
 
@@ -11,7 +10,7 @@
 #include "support/environment_variable.h"
 #include "support/logger_level.h"
 #include "support/lower_case_path.h"
-#include "support/stream_capture.h"
+#include "support/output_capture.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Parser::Logging {
@@ -22,7 +21,7 @@ using Testing::EnvironmentVariable;
 using Testing::levelOf;
 using Testing::loadText;
 using Testing::LowerCasePath;
-using Testing::StreamCapture;
+using Testing::OutputCapture;
 using Testing::TemporaryDirectory;
 
 // Two loggers "a.b" and "c.d" at LogWarning on standard output, which is caught.
@@ -44,8 +43,8 @@ class Configure : public ::testing::Test {
   }
 
   EmptyLoggerRegistry registry_;
-  StreamCapture out_{std::cout};
-  StreamCapture err_{std::cerr};
+  OutputCapture out_{standardOutput()};
+  OutputCapture err_{standardError()};
   std::shared_ptr<LoggerConfig> first_ = LoggerConfig::create("a.b", LoggerConfig::LogWarning);
   std::shared_ptr<LoggerConfig> second_ = LoggerConfig::create("c.d", LoggerConfig::LogWarning);
 };

@@ -1,6 +1,5 @@
 #include "main/command_line.h"
 
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,11 +43,10 @@ Parsed parsed(const std::vector<std::string>& arguments) {
     pointers.push_back(argument.c_str());
   }
   Parsed result;
-  std::ostringstream output;
-  std::ostringstream errors;
-  result.accepted = parse(pointers, result.settings, {output, errors});
-  result.output = output.str();
-  result.errors = errors.str();
+  Complaint complaint;
+  result.accepted = parse(pointers, result.settings, complaint);
+  result.output = complaint.usage;
+  result.errors = complaint.errors;
   return result;
 }
 
@@ -153,18 +151,15 @@ TEST(CommandLine, LeavesALogLevelToTheLogger) {
   EXPECT_EQ(settingsOf("--log-level debug --log-level  out").logLevel, "");
 }
 
-TEST(Usage, IsPrintedInWhole) {
-  std::ostringstream output;
-  printUsage("./program", output);
-  EXPECT_EQ(output.str(), kUsage);
+TEST(Usage, ListsEveryOption) {
+  EXPECT_EQ(usage("./program"), kUsage);
 }
 
 TEST(Usage, ShowsTheProgramAsItWasCalled) {
-  std::ostringstream output;
-  printUsage("/usr/bin/other name", output);
-  EXPECT_TRUE(output.str().starts_with(
-      "USAGE:\n    /usr/bin/other name [OPTIONS] [--] <output_file>\n\nOPTIONS:\n"))
-      << output.str();
+  EXPECT_TRUE(
+      usage("/usr/bin/other name")
+          .starts_with(
+              "USAGE:\n    /usr/bin/other name [OPTIONS] [--] <output_file>\n\nOPTIONS:\n"));
 }
 
 // Failures

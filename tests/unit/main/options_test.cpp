@@ -1,7 +1,6 @@
 #include "main/options.h"
 
 #include <set>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,15 +21,13 @@ struct Applied {
 
 Applied applied(std::string_view name, const std::vector<std::string>& values) {
   Applied result;
-  std::ostringstream errors;
   for (const Option& option : options()) {
     for (const std::string& value : values) {
       if (option.name == name) {
-        result.accepted = option.apply(result.settings, value, errors);
+        result.accepted = option.apply(result.settings, value, result.errors);
       }
     }
   }
-  result.errors = errors.str();
   return result;
 }
 

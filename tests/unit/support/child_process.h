@@ -62,6 +62,7 @@ inline void limitDescriptors(int number) {
 }
 
 // What `action` returned in a child process that can open nothing: every attempt ends in EMFILE.
+// The action begins with a LogCapture, which takes the one number that is left.
 inline std::string inChildWithoutDescriptors(const std::function<std::string()>& action) {
   return inChildProcess([&] {
     {
@@ -69,7 +70,7 @@ inline std::string inChildWithoutDescriptors(const std::function<std::string()>&
       const LogCapture log;
       Parser::libraryLogger().warning() << "The log is about to be used";
     }
-    limitDescriptors(nextDescriptor());
+    limitDescriptors(nextDescriptor() + 1);
     return action();
   });
 }
