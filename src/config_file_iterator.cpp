@@ -13,6 +13,7 @@ constexpr std::uint64_t kEndPosition = std::numeric_limits<std::uint64_t>::max()
 
 constexpr CharacterSet kNameCharacters(
     " -.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
+constexpr char kSeparator = '=';  // not a name character
 constexpr CharacterSet kKeyLineStarts(
     "-.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
 
@@ -89,18 +90,15 @@ void ConfigFileIterator::takeGroup() {
 }
 
 bool ConfigFileIterator::takeKey() {
-  const std::size_t separator = line_.find('=');
-  if (separator == std::string_view::npos) {
-    reject("Could not parse line as key in ");
+  const std::size_t length = kNameCharacters.prefixLength(line_);
+  if (length == line_.size() || line_[length] != kSeparator) {
+    const bool hasSeparator = line_.find(kSeparator) != std::string_view::npos;
+    reject(hasSeparator ? "Key contains invalid characters in "
+                        : "Could not parse line as key in ");
     return false;
   }
-  const std::string_view name = line_.substr(0, separator);
-  if (!kNameCharacters.containsAll(name)) {
-    reject("Key contains invalid characters in ");
-    return false;
-  }
-  key_ = name;
-  value_ = line_.substr(separator + 1);
+  key_ = line_.substr(0, length);
+  value_ = line_.substr(length + 1);
   return true;
 }
 

@@ -14,6 +14,7 @@ namespace Cradle::Parser {
 namespace {
 
 constexpr std::string_view kFilePattern = "*.conf";
+constexpr char kPartSeparator = ';';
 
 std::string withTrailingSlash(std::string directory) {
   if (!directory.ends_with('/')) {
@@ -39,21 +40,21 @@ void ConfigParser::storeEntry(std::string_view group, std::string_view key,
     }
     mode = *known;
   }
-  const auto parts = split(rawValue, ';', EmptyParts::DropTrailing);
-  if (parts.empty()) {
+  if (rawValue.empty()) {
     self.store.remove(group, key);
+    return;
   }
-  for (const std::string_view part : parts) {
+  forEachPart(rawValue, kPartSeparator, [&](std::string_view part) {
     ConfigValue value;
     if (part.empty() || !expand(self.templates, part, value)) {
-      continue;
+      return;
     }
     if (mode == SingleValue) {
       self.store.replace(group, key, std::move(value));
     } else if (mode == ValueList && !value.isEmpty()) {
       self.store.append(group, key, std::move(value));
     }
-  }
+  });
 }
 
 bool ConfigParser::loadFile(const std::string& path) {

@@ -23,7 +23,7 @@ bool ConfigParser::hasGroup(std::string_view group) const {
 }
 
 bool ConfigParser::hasValue(std::string_view group, std::string_view key) const {
-  return implementation_->store.find(group, key) != nullptr;
+  return !implementation_->store.find(group, key).empty();
 }
 
 bool ConfigParser::hasKey(std::string_view group, std::string_view key) const {

@@ -99,7 +99,7 @@ class ConfigParser {
   struct Implementation;
 
   void storeEntry(std::string_view group, std::string_view key, std::string_view rawValue);
-  const std::vector<ConfigValue>& values(std::string_view group, std::string_view key) const;
+  std::span<const ConfigValue> values(std::string_view group, std::string_view key) const;
 
   std::unique_ptr<Implementation> implementation_;
 };

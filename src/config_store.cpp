@@ -2,69 +2,61 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace Cradle::Parser {
 namespace {
 
-// The entry of `key`, made on first use.
-template <typename Table>
-typename Table::mapped_type& entryOf(Table& table, std::string_view key) {
-  const auto found = table.find(key);
-  return found != table.end() ? found->second : table[std::string(key)];
-}
-
-template <typename Table>
-std::vector<const typename Table::value_type*> inOrder(const Table& table) {
-  std::vector<const typename Table::value_type*> entries;
-  entries.reserve(table.size());
-  for (const auto& entry : table) {
+template <typename Record>
+std::vector<const typename NameTable<Record>::Entry*> inOrder(const NameTable<Record>& table) {
+  std::vector<const typename NameTable<Record>::Entry*> entries;
+  entries.reserve(table.entries().size());
+  for (const auto& entry : table.entries()) {
     entries.push_back(&entry);
   }
   std::sort(entries.begin(), entries.end(),
-            [](const auto* left, const auto* right) { return left->first < right->first; });
+            [](const auto* left, const auto* right) { return left->name < right->name; });
   return entries;
 }
 
 }  // namespace
 
-ConfigStore::Values& ConfigStore::valuesOf(std::string_view group, std::string_view key) {
-  return entryOf(entryOf(groups_, group), key);
+KeyValues& ConfigStore::valuesOf(std::string_view group, std::string_view key) {
+  // Files give the keys of a group one after the other.
+  if (lastGroup_ == nullptr || lastGroup_->name != group) {
+    lastGroup_ = &groups_.findOrMake(group, names_);
+  }
+  return lastGroup_->record.findOrMake(key, names_).record;
 }
 
-void ConfigStore::append(std::string_view group, std::string_view key, ConfigValue value) {
-  valuesOf(group, key).push_back(std::move(value));
+void ConfigStore::append(std::string_view group, std::string_view key, ConfigValue&& value) {
+  valuesOf(group, key).append(std::move(value));
 }
 
-void ConfigStore::replace(std::string_view group, std::string_view key, ConfigValue value) {
-  Values& values = valuesOf(group, key);
-  values.clear();
-  values.push_back(std::move(value));
+void ConfigStore::replace(std::string_view group, std::string_view key, ConfigValue&& value) {
+  valuesOf(group, key).replace(std::move(value));
 }
 
 void ConfigStore::remove(std::string_view group, std::string_view key) {
-  const auto keys = groups_.find(group);
-  if (keys == groups_.end()) {
-    return;
-  }
-  const auto values = keys->second.find(key);
-  if (values != keys->second.end()) {
-    keys->second.erase(values);
+  Keys* const keys = groups_.find(group);
+  KeyValues* const values = keys == nullptr ? nullptr : keys->find(key);
+  if (values != nullptr) {
+    values->clear();
   }
 }
 
-const ConfigStore::Values* ConfigStore::find(std::string_view group, std::string_view key) const {
-  const auto keys = groups_.find(group);
-  if (keys == groups_.end()) {
-    return nullptr;
-  }
-  const auto values = keys->second.find(key);
-  return values == keys->second.end() ? nullptr : &values->second;
+std::span<const ConfigValue> ConfigStore::find(std::string_view group, std::string_view key) const {
+  const Keys* const keys = groups_.find(group);
+  const KeyValues* const values = keys == nullptr ? nullptr : keys->find(key);
+  return values == nullptr ? std::span<const ConfigValue>() : values->all();
 }
 
 void ConfigStore::visitInOrder(const Visitor& visit) const {
   for (const auto* const group : inOrder(groups_)) {
-    for (const auto* const key : inOrder(group->second)) {
-      visit(group->first, key->first, key->second);
+    for (const auto* const key : inOrder(group->record)) {
+      if (!key->record.empty()) {
+        visit(group->name, key->name, key->record.all());
+      }
     }
   }
 }

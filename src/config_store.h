@@ -5,31 +5,29 @@
 #pragma once
 
 #include <functional>
+#include <memory_resource>
 #include <span>
-#include <string>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
 
+#include "base/name_table.h"
 #include "config_value.h"
+#include "key_values.h"
 
 namespace Cradle::Parser {
 
 class ConfigStore {
  public:
-  using Values = std::vector<ConfigValue>;
-
   // Adds a value behind the earlier ones of the key, or in their place.
-  void append(std::string_view group, std::string_view key, ConfigValue value);
-  void replace(std::string_view group, std::string_view key, ConfigValue value);
+  void append(std::string_view group, std::string_view key, ConfigValue&& value);
+  void replace(std::string_view group, std::string_view key, ConfigValue&& value);
 
   // Drops a key with all its values, if it is there.
   void remove(std::string_view group, std::string_view key);
 
-  bool hasGroup(std::string_view group) const { return groups_.contains(group); }
+  bool hasGroup(std::string_view group) const { return groups_.find(group) != nullptr; }
 
-  // The values of a key, at least one, or null. Valid until the key changes.
-  const Values* find(std::string_view group, std::string_view key) const;
+  // The values of a key, none where it does not exist. Valid until the key changes.
+  std::span<const ConfigValue> find(std::string_view group, std::string_view key) const;
 
   // Calls `visit` for every key, groups in ascending byte order and the keys of each likewise.
   using Visitor = std::function<void(std::string_view group, std::string_view key,
@@ -37,18 +35,14 @@ class ConfigStore {
   void visitInOrder(const Visitor& visit) const;
 
  private:
-  struct Hash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const {
-      return std::hash<std::string_view>()(text);
-    }
-  };
-  template <typename Mapped>
-  using Table = std::unordered_map<std::string, Mapped, Hash, std::equal_to<>>;
+  using Keys = NameTable<KeyValues>;  // an empty list stands for a removed key
+  using Groups = NameTable<Keys>;
 
-  Values& valuesOf(std::string_view group, std::string_view key);
+  KeyValues& valuesOf(std::string_view group, std::string_view key);
 
-  Table<Table<Values>> groups_;
+  std::pmr::monotonic_buffer_resource names_;
+  Groups groups_;
+  Groups::Entry* lastGroup_ = nullptr;  // that a value was stored in
 };
 
 }  // namespace Cradle::Parser

@@ -29,19 +29,13 @@ bool substitute(const TemplateContext& context, std::string_view spec, std::stri
 }  // namespace
 
 bool expand(const TemplateContext& context, std::string_view input, ConfigValue& out) {
-  std::string text;
-  std::size_t position = 0;
-  for (;;) {
-    const std::size_t dollar = input.find('$', position);
-    text += input.substr(position, dollar - position);
-    if (dollar == std::string_view::npos) {
-      out.setText(std::move(text));
-      return true;
-    }
+  std::size_t dollar = input.find('$');
+  std::string text(input.substr(0, dollar));
+  while (dollar != std::string_view::npos) {
+    std::size_t position = dollar + 2;
     const std::string_view rest = input.substr(dollar + 1);
     if (rest.starts_with('$')) {
       text += '$';
-      position = dollar + 2;
     } else if (rest.starts_with('{')) {
       const std::size_t end = rest.find('}');
       if (end == std::string_view::npos) {
@@ -56,7 +50,11 @@ bool expand(const TemplateContext& context, std::string_view input, ConfigValue&
       libraryLogger().error() << "'$' must be followed by '{' or '$': " << input;
       return false;
     }
+    dollar = input.find('$', position);
+    text += input.substr(position, dollar - position);
   }
+  out.setText(std::move(text));
+  return true;
 }
 
 }  // namespace Cradle::Parser

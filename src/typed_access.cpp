@@ -8,7 +8,7 @@
 namespace Cradle::Parser {
 namespace {
 
-using Values = std::vector<ConfigValue>;
+using Values = std::span<const ConfigValue>;
 
 template <typename Type>
 using Converter = Type (*)(const std::string&, bool*);
@@ -29,14 +29,14 @@ const std::string& textOf(const ConfigParser& parser, const ConfigValue& value,
 }
 
 template <typename Type>
-void readLast(const ConfigParser& parser, const Values& values, Converter<Type> convert, Type& out,
+void readLast(const ConfigParser& parser, Values values, Converter<Type> convert, Type& out,
               bool* ok) {
   std::string buffer;
   out = convert(textOf(parser, values.back(), buffer), ok);
 }
 
 template <typename Type>
-void appendAll(const ConfigParser& parser, const Values& values, Converter<Type> convert,
+void appendAll(const ConfigParser& parser, Values values, Converter<Type> convert,
                std::vector<Type>& out, bool* ok) {
   out.reserve(out.size() + values.size());
   bool allConverted = true;
@@ -57,10 +57,10 @@ void appendAll(const ConfigParser& parser, const Values& values, Converter<Type>
 
 }  // namespace
 
-const Values& ConfigParser::values(std::string_view group, std::string_view key) const {
-  const Values* const found = implementation_->store.find(group, key);
-  assert(found != nullptr && "the key exists");
-  return *found;
+Values ConfigParser::values(std::string_view group, std::string_view key) const {
+  const Values found = implementation_->store.find(group, key);
+  assert(!found.empty() && "the key exists");
+  return found;
 }
 
 void ConfigParser::getValue(std::string_view group, std::string_view key, std::string& out) const {

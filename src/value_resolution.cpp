@@ -28,7 +28,7 @@ class Resolution {
     for (const auto& [group, key] : value.references()) {
       std::string& text = texts.emplace_back();
       if (parser_.hasKey(group, key)) {
-        resolve(store_.find(group, key)->back(), text);
+        resolve(store_.find(group, key).back(), text);
       }
       if (failed_) {
         return;

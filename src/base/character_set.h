@@ -20,9 +20,16 @@ class CharacterSet {
 
   constexpr bool contains(char character) const { return members_[index(character)]; }
 
+  // How many characters at the beginning of `text` are in the set.
+  constexpr std::size_t prefixLength(std::string_view text) const {
+    const char* const end = text.data() + text.size();
+    return static_cast<std::size_t>(
+        std::find_if_not(text.data(), end, [this](char c) { return contains(c); }) - text.data());
+  }
+
   // Whether every character of `text` is in the set. The empty text passes.
   constexpr bool containsAll(std::string_view text) const {
-    return std::all_of(text.begin(), text.end(), [this](char c) { return contains(c); });
+    return prefixLength(text) == text.size();
   }
 
  private:

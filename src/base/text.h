@@ -27,6 +27,20 @@ inline constexpr std::size_t kUnlimitedSplits = static_cast<std::size_t>(-1);
 std::vector<std::string_view> split(std::string_view text, char separator, EmptyParts emptyParts,
                                     std::size_t maxSplits = kUnlimitedSplits);
 
+// Calls `visit` with each part of `text` between the occurrences of `separator`, in order, empty
+// ones included.
+template <typename Visit>
+void forEachPart(std::string_view text, char separator, const Visit& visit) {
+  for (;;) {
+    const std::size_t end = text.find(separator);
+    visit(text.substr(0, end));
+    if (end == std::string_view::npos) {
+      return;
+    }
+    text.remove_prefix(end + 1);
+  }
+}
+
 // `text` without the white space at its two ends, or at its beginning alone.
 std::string_view trim(std::string_view text);
 std::string_view trimLeft(std::string_view text);

@@ -20,8 +20,8 @@ class Store : public ::testing::Test {
 
   // The values of a key between bars, "|a|b|", or "missing".
   std::string values(std::string_view group, std::string_view key) const {
-    const ConfigStore::Values* const found = store_.find(group, key);
-    return found == nullptr ? "missing" : shown(*found);
+    const std::span<const ConfigValue> found = store_.find(group, key);
+    return found.empty() ? "missing" : shown(found);
   }
 
   // Everything, as "group/key|a|b| ".
@@ -114,6 +114,27 @@ TEST_F(Store, RemovesAKeyWithAllItsValues) {
   EXPECT_EQ(all(), "G/L|3| ");
   append("G", "K", "4");
   EXPECT_EQ(values("G", "K"), "|4|");
+}
+
+TEST_F(Store, HoldsManyGroupsOfManyKeys) {
+  for (int i = 0; i < 300; ++i) {
+    for (int j = 0; j < 300; ++j) {
+      append(std::to_string(i), std::to_string(j), (std::to_string(i * j) + " of many").c_str());
+    }
+  }
+  EXPECT_EQ(values("0", "299"), "|0 of many|");
+  EXPECT_EQ(values("17", "23"), "|391 of many|");
+  EXPECT_EQ(values("299", "299"), "|89401 of many|");
+  EXPECT_EQ(values("299", "300"), "missing");
+}
+
+TEST_F(Store, KeepsNamesWhoseTextsAreGone) {
+  {
+    const std::string group = "a group with a long name";
+    const std::string key = "a key with a long name";
+    append(group, key, "1");
+  }
+  EXPECT_EQ(all(), "a group with a long name/a key with a long name|1| ");
 }
 
 TEST_F(Store, KeepsAGroupWhoseKeysWereRemoved) {

@@ -37,6 +37,16 @@ TEST(CharacterSet, ContainsAllOfATextWithoutOtherCharacters) {
   }
 }
 
+TEST(CharacterSet, MeasuresAPrefixOfItsCharacters) {
+  constexpr CharacterSet set("ab");
+  EXPECT_EQ(set.prefixLength(""), 0U);
+  EXPECT_EQ(set.prefixLength("c"), 0U);
+  EXPECT_EQ(set.prefixLength("ca"), 0U);
+  EXPECT_EQ(set.prefixLength("abc"), 2U);
+  EXPECT_EQ(set.prefixLength("abacab"), 3U);
+  EXPECT_EQ(set.prefixLength("abba"), 4U);
+}
+
 TEST(CharacterSet, ContainsAllOfTheEmptyText) {
   EXPECT_TRUE(CharacterSet("ab").containsAll(""));
   EXPECT_TRUE(CharacterSet("").containsAll(""));

@@ -50,6 +50,14 @@ TEST(Split, KeepsAllEmptyParts) {
   }
 }
 
+TEST(ForEachPart, VisitsAllPartsInOrder) {
+  for (const Splitting& row : kSplittings) {
+    Parts parts;
+    forEachPart(row.text, ';', [&](std::string_view part) { parts.push_back(part); });
+    EXPECT_EQ(parts, row.keepAll) << row.text;
+  }
+}
+
 struct BoundedSplitting {
   std::string_view text;
   EmptyParts emptyParts;
@@ -106,6 +114,13 @@ TEST(Trim, RemovesWhiteSpaceFromTheTwoEnds) {
   for (const Trimming& row : kTrimmings) {
     EXPECT_EQ(trim(row.text), row.trimmed) << row.text;
   }
+}
+
+TEST(TrimLeft, RemovesWhiteSpaceFromTheBeginningAlone) {
+  EXPECT_EQ(trimLeft(" \t\n\v\f\r a b \n"), "a b \n");
+  EXPECT_EQ(trimLeft("a "), "a ");
+  EXPECT_EQ(trimLeft(" \n"), "");
+  EXPECT_EQ(trimLeft(""), "");
 }
 
 TEST(Join, PutsTheSeparatorBetweenTheParts) {
