@@ -8,6 +8,10 @@ endif()
 # Assertions guard against programming errors in every build.
 add_compile_options(-UNDEBUG)
 
+# What the program does not use of a static library stays out of it.
+add_compile_options(-ffunction-sections -fdata-sections)
+add_link_options(-Wl,--gc-sections -Wl,--as-needed)
+
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)

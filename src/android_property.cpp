@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "base/optional_libraries.h"
 #include "base/shared_library.h"
 
 namespace Cradle::Parser {
@@ -16,7 +17,7 @@ constexpr std::size_t kPropertyBufferSize = 96;
 }  // namespace
 
 std::string readProperty(const std::string& name) {
-  static const SharedLibrary library("libandroid-properties.so.1");
+  static const SharedLibrary library(kAndroidPropertiesLibrary.soname);
   auto* const propertyGet = library.find<PropertyGet>("property_get");
   if (propertyGet == nullptr) {
     return "";

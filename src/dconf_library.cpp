@@ -2,13 +2,14 @@
 
 #include <optional>
 
+#include "base/optional_libraries.h"
 #include "base/shared_library.h"
 
 namespace Cradle::Parser {
 namespace {
 
 std::optional<DconfLibrary> bindAll() {
-  const SharedLibrary library("libdconf.so.1");
+  const SharedLibrary library(kDconfLibrary.soname);
   DconfLibrary dconf{};
   const bool complete = library.bind(dconf.clientNew, "dconf_client_new") &&
                         library.bind(dconf.clientRead, "dconf_client_read") &&

@@ -5,6 +5,7 @@
 #include <clocale>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <string_view>
@@ -52,6 +53,11 @@ Number extractInteger(std::string_view text, bool* ok) {
   return static_cast<Number>(negative ? 0 - magnitude : magnitude);
 }
 
+locale_t classicLocale() {
+  static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+  return classic;
+}
+
 struct Real {
   double value;
   std::size_t length;  // how much of the text it takes, 0 for no number
@@ -60,9 +66,8 @@ struct Real {
 // The number at the beginning of `text`, which holds nothing but characters of numbers. An exponent
 // without digits spoils the number before it.
 Real leadingReal(const std::string& text) {
-  static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
   char* stop = nullptr;
-  const double value = strtod_l(text.c_str(), &stop, classic);
+  const double value = strtod_l(text.c_str(), &stop, classicLocale());
   const std::string_view number(text.c_str(), stop);
   const bool dangling = kExponentMarks.find(*stop) != kExponentMarks.npos &&
                         number.find_first_of(kExponentMarks) == number.npos;
@@ -95,9 +100,10 @@ double convertDouble(const std::string& text, bool* ok) {
 
 std::string formatDouble(double value) {
   std::array<char, kLongestReal> text{};
-  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
-                                          std::chars_format::general, kRealDigits);
-  return {text.data(), end};
+  const locale_t callers = uselocale(classicLocale());
+  std::snprintf(text.data(), text.size(), "%.*g", kRealDigits, value);
+  uselocale(callers);
+  return text.data();
 }
 
 }  // namespace Cradle

@@ -1,7 +1,7 @@
 // A shared library that is opened when it is first needed instead of at every start.
 //
-// Most runs use neither dconf nor the login manager nor the host's Android properties, and opening
-// these libraries costs more than the rest of a run. An opened library stays open for the life of
+// Most runs use none of the libraries in base/optional_libraries.h, and opening these costs more
+// than the rest of a run. An opened library stays open for the life of
 // the process. A library or a function that is missing is an ordinary failure: isOpen() is false
 // and find() returns null.
 #pragma once
