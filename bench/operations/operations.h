@@ -1,0 +1,30 @@
+// The operations on a loaded configuration whose cost must not depend on its size.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "config_parser.h"
+
+namespace Cradle::Bench {
+
+// Reads or looks up something in a group.
+struct Lookup {
+  const char* name;
+  void (*run)(const Parser::ConfigParser& parser, const std::string& group);
+  // Whether the same gives what it must.
+  bool (*holds)(const Parser::ConfigParser& parser, const std::string& group);
+};
+
+std::span<const Lookup> lookups();
+
+// Removes a key and sets it, as a line of a file does that is loaded, to a value of some kind.
+struct Store {
+  const char* name;
+  const char* value;
+  const char* expanded;
+};
+
+std::span<const Store> stores();
+
+}  // namespace Cradle::Bench

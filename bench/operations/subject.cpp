@@ -1,0 +1,81 @@
+#include "operations/subject.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <random>
+
+#include "support/entry_stream.h"
+#include "support/failure.h"
+
+namespace Cradle::Bench {
+namespace {
+
+constexpr const char* kTemplateValue = "/var/lib/device";
+
+// The special keys of a group, as lines.
+std::vector<std::string> specialLines(const std::string& group) {
+  std::vector<std::string> lines{"Text=/var/lib/device/storage/media/0",
+                                 "Flag=true",
+                                 "Number=12345",
+                                 "Large=1234567890123",
+                                 "Ratio=3.25",
+                                 "List=camera;sensor;bridge",
+                                 "Reference=${config:" + group + "/Text}"};
+  for (std::size_t i = 0; i < kReferenceChain; ++i) {
+    lines.push_back("Link" + std::to_string(i) + "=${config:" + group + "/Link" +
+                    std::to_string(i + 1) + '}');
+  }
+  lines.push_back("Link" + std::to_string(kReferenceChain) + "=end");
+  return lines;
+}
+
+std::vector<std::string> shuffledGroups(std::size_t count) {
+  std::vector<std::string> groups;
+  for (std::size_t i = 0; i < count; ++i) {
+    groups.push_back(groupName(i));
+  }
+  std::shuffle(groups.begin(), groups.end(), std::mt19937_64());
+  groups.resize(std::min(count, kRoundSize));
+  return groups;
+}
+
+}  // namespace
+
+Subject::Subject(std::size_t keys) : groups_(shuffledGroups(keys / kKeysPerGroup)) {
+  const std::string path = directory_.path("subject.conf");
+  writeConfiguration(path, keys);
+  setenv("CRADLE_BENCH", kTemplateValue, 1);
+  parser_.addTemplate("BENCH", kTemplateValue);
+  require(parser_.loadFile(path), "ConfigParser failed");
+}
+
+void Subject::writeConfiguration(const std::string& path, std::size_t keys) const {
+  std::ofstream file(path, std::ios::binary);
+  EntryStream ordinary;
+  for (std::size_t i = 0; i < keys; i += kKeysPerGroup) {
+    const std::string group = groupName(i / kKeysPerGroup);
+    const std::vector<std::string> special = specialLines(group);
+    file << '[' << group << "]\n";
+    for (const std::string& line : special) {
+      file << line << '\n';
+    }
+    for (std::size_t key = special.size(); key < kKeysPerGroup; ++key) {
+      const Entry& entry = ordinary.next();
+      file << entry.key << '=' << entry.value << '\n';
+    }
+  }
+  require(file.flush().good(), "cannot write " + path);
+}
+
+std::string Subject::storeFile(const std::string& value) const {
+  std::string text;
+  for (std::size_t i = 0; i < kRoundSize; ++i) {
+    text += '[' + groups_[i % groups_.size()] + "]\nStored=\nStored=" + value + '\n';
+  }
+  const std::string name = std::to_string(std::hash<std::string>()(value)) + ".conf";
+  return directory_.write(name, text);
+}
+
+}  // namespace Cradle::Bench

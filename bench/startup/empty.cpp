@@ -1,0 +1,5 @@
+// The least that a program can be.
+
+int main() {
+  return 0;
+}

@@ -1,0 +1,6 @@
+#!/bin/sh
+# Usage: substitute.sh TEMPLATE OUTPUT
+# What a few lines of shell would do in the place of the program: one template, filled from the
+# environment.
+set -eu
+envsubst <"$1" >"$2"

@@ -1,0 +1,14 @@
+// How much memory this process holds, told in two ways: what was asked of the C library's
+// allocator, which is exact, and what is resident, which also knows of memory from elsewhere.
+#pragma once
+
+namespace Cradle::Bench {
+
+struct MemoryInUse {
+  double heap;      // bytes; mallinfo2: uordblks and hblkhd
+  double resident;  // bytes; /proc/self/statm
+};
+
+MemoryInUse memoryInUse();
+
+}  // namespace Cradle::Bench
