@@ -13,7 +13,7 @@
 namespace Cradle::Bench {
 namespace {
 
-constexpr std::array<std::size_t, 2> kSizes{100, 1'000'000};
+constexpr std::array<std::size_t, 2> kSizes{1'000, 1'000'000};
 
 class Subjects {
  public:
