@@ -22,6 +22,7 @@ def _runs(figures: Figures) -> Iterator[Comparison]:
             for subject in figures.subjects(prefix):
                 if subject != empty:
                     yield Comparison(subject, quantity, empty)
+        yield Comparison("added/user of seat0", quantity, "added/libsystemd")
 
 
 def load_sizes(figures: Figures) -> list[int]:

@@ -15,6 +15,11 @@ class Figures:
     def add(self, subject: str, quantity: str, samples: Iterable[float]) -> None:
         self._samples.setdefault(subject, {}).setdefault(quantity, []).extend(samples)
 
+    def subtract(self, subject: str, whole: str, part: str) -> None:
+        """Add what each quantity of the whole has more than the part's, as a subject of its own."""
+        for quantity in self._samples[whole]:
+            self.add(subject, quantity, [self.value(whole, quantity) - self.value(part, quantity)])
+
     def subjects(self, prefix: str) -> list[str]:
         """The subjects whose name begins so, in the order in which they came."""
         return [subject for subject in self._samples if subject.startswith(prefix)]

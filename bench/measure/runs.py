@@ -59,10 +59,12 @@ def measure_startup(figures: Figures, effort: Effort) -> None:
         processes.append(_generation(f"run/{kind}, default configuration", kind, DEFAULTS, *USER))
     for kind in ("lxc", "property"):
         processes.append(_generation(f"run/{kind}, generated configuration", kind, generated))
-    seat = "run/property, default configuration, user of seat0"
-    processes.append(_generation(seat, "property", DEFAULTS))
+    plain = "run/property, default configuration"
+    processes.append(_generation(f"{plain}, user of seat0", "property", DEFAULTS))
     time(figures, processes, effort.rounds, effort.runs)
     inspect(figures, processes)
+    figures.subtract("added/user of seat0", f"{plain}, user of seat0", plain)
+    figures.subtract("added/libsystemd", "empty/iostream, libsystemd", "empty/iostream")
 
 
 def measure_hooks(figures: Figures, effort: Effort) -> None:
