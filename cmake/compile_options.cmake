@@ -8,7 +8,8 @@ endif()
 # Assertions guard against programming errors in every build.
 add_compile_options(-UNDEBUG)
 
-# What the program does not use of a static library stays out of it.
+# What the program does not use of a static library stays out of it, and a shared one that it does
+# not use is not loaded.
 add_compile_options(-ffunction-sections -fdata-sections)
 add_link_options(-Wl,--gc-sections -Wl,--as-needed)
 
@@ -24,8 +25,8 @@ if(CRADLE_SANITIZE)
 else()
   add_compile_options(-fstack-protector-strong)
   add_link_options(-Wl,-z,relro -Wl,-z,now)
-  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    # A distribution's compiler may define another value of its own.
+  # A packager's level stays; a distribution's compiler may have another of its own.
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
     add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   endif()
 endif()

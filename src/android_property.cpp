@@ -3,7 +3,6 @@
 #include <array>
 #include <cstring>
 
-#include "base/optional_libraries.h"
 #include "base/shared_library.h"
 
 namespace Cradle::Parser {
@@ -17,7 +16,7 @@ constexpr std::size_t kPropertyBufferSize = 96;
 }  // namespace
 
 std::string readProperty(const std::string& name) {
-  static const SharedLibrary library(kAndroidPropertiesLibrary.soname);
+  static const SharedLibrary library(kAndroidPropertiesLibrary);
   auto* const propertyGet = library.find<PropertyGet>("property_get");
   if (propertyGet == nullptr) {
     return "";

@@ -8,14 +8,17 @@
 namespace Cradle::Parser {
 namespace {
 
-// Also for files that grow, the end is one position like no other.
+// No line begins here, however long the file grows.
 constexpr std::uint64_t kEndPosition = std::numeric_limits<std::uint64_t>::max();
 
 constexpr CharacterSet kNameCharacters(
     " -.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
 constexpr char kSeparator = '=';  // not a name character
-constexpr CharacterSet kKeyLineStarts(
-    "-.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
+
+// A key may hold blanks but not begin with one.
+bool beginsKey(char character) {
+  return character != ' ' && kNameCharacters.contains(character);
+}
 
 bool isCommentOrBlank(std::string_view line) {
   return line.empty() || line.front() == '#' || line.front() == ';';
@@ -65,7 +68,7 @@ bool ConfigFileIterator::takeLine() {
   if (isCommentOrBlank(line_)) {
     return false;
   }
-  if (kKeyLineStarts.contains(line_.front())) {
+  if (beginsKey(line_.front())) {
     return takeKey();
   }
   if (line_.front() == '[') {

@@ -4,7 +4,7 @@
 // column; nothing is trimmed, continued, quoted or escaped. Each line is read once. A bad line is
 // logged as an error with path, line number and text, sets the failed flag of the ConfigFileInfo,
 // and reading goes on to the next entry. A file that cannot be opened or read sets the flag without
-// a message.
+// a message, and the end is then never reached: loops ask the flag too.
 #pragma once
 
 #include <cstdint>

@@ -2,14 +2,13 @@
 
 #include <optional>
 
-#include "base/optional_libraries.h"
 #include "base/shared_library.h"
 
 namespace Cradle::Parser {
 namespace {
 
 std::optional<DconfLibrary> bindAll() {
-  const SharedLibrary library(kDconfLibrary.soname);
+  const SharedLibrary library(kDconfLibrary);
   DconfLibrary dconf{};
   const bool complete = library.bind(dconf.clientNew, "dconf_client_new") &&
                         library.bind(dconf.clientRead, "dconf_client_read") &&

@@ -11,8 +11,9 @@
 
 namespace Cradle::Parser {
 
-// The value of `name` in the file at `path`, or nothing. With `report` set, an unreadable file and
-// a missing variable are logged as errors; without it the reader is silent.
+// The value of `name` in the file at `path`, or nothing. With `report`, a file that cannot be read
+// to its end gives nothing and is logged as an error, as is a missing variable; without it the
+// reader is silent and gives what stood before the failure.
 std::optional<std::string> readEnvironmentFile(const std::string& path, std::string_view name,
                                                bool report);
 

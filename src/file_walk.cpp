@@ -8,6 +8,7 @@
 #include "run_command.h"
 
 namespace Cradle::Parser {
+
 void forEachHookLine(const std::string& pattern, std::span<const std::string> arguments,
                      const FileAction& action) {
   for (const std::string& path : sortedGlobPaths(pattern)) {

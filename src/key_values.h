@@ -1,6 +1,7 @@
 // The values of one key, oldest first.
 //
-// Most keys have a single value, which is held without memory of its own.
+// Owned by the configuration store, where a list without values stands for a key that was removed.
+// Most keys have a single value, which is held without memory of its own. Nothing here fails.
 #pragma once
 
 #include <span>

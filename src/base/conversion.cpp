@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -23,7 +22,7 @@ constexpr std::string_view kHexPrefix = "0x";
 constexpr std::string_view kRealCharacters = "+-.0123456789Ee";
 constexpr std::string_view kExponentMarks = "eE";
 
-constexpr std::size_t kLongestReal = sizeof "-1.23457e+308";
+constexpr std::size_t kRealBufferSize = sizeof "-1.23457e+308";
 constexpr int kRealDigits = 6;
 
 void report(bool* ok, bool success) {
@@ -37,10 +36,9 @@ Number extractInteger(std::string_view text, bool* ok) {
   using Limits = std::numeric_limits<Number>;
   const bool hexadecimal = text.starts_with(kHexPrefix);
   text = hexadecimal ? text.substr(kHexPrefix.size()) : trimLeft(text);
-  const bool negative = !hexadecimal && text.starts_with('-');
-  if (negative || (!hexadecimal && text.starts_with('+'))) {
-    text.remove_prefix(1);
-  }
+  const bool hasSign = !hexadecimal && (text.starts_with('-') || text.starts_with('+'));
+  const bool negative = hasSign && text.front() == '-';
+  text.remove_prefix(hasSign ? 1 : 0);
   std::uint64_t magnitude = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, magnitude, hexadecimal ? 16 : 10);
@@ -53,11 +51,6 @@ Number extractInteger(std::string_view text, bool* ok) {
   return static_cast<Number>(negative ? 0 - magnitude : magnitude);
 }
 
-locale_t classicLocale() {
-  static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
-  return classic;
-}
-
 struct Real {
   double value;
   std::size_t length;  // how much of the text it takes, 0 for no number
@@ -67,7 +60,7 @@ struct Real {
 // without digits spoils the number before it.
 Real leadingReal(const std::string& text) {
   char* stop = nullptr;
-  const double value = strtod_l(text.c_str(), &stop, classicLocale());
+  const double value = std::strtod(text.c_str(), &stop);
   const std::string_view number(text.c_str(), stop);
   const bool dangling = kExponentMarks.find(*stop) != kExponentMarks.npos &&
                         number.find_first_of(kExponentMarks) == number.npos;
@@ -99,10 +92,9 @@ double convertDouble(const std::string& text, bool* ok) {
 }
 
 std::string formatDouble(double value) {
-  std::array<char, kLongestReal> text{};
-  const locale_t callers = uselocale(classicLocale());
+  // std::to_chars would bring tables with it that are a quarter of the program.
+  std::array<char, kRealBufferSize> text{};
   std::snprintf(text.data(), text.size(), "%.*g", kRealDigits, value);
-  uselocale(callers);
   return text.data();
 }
 

@@ -2,7 +2,7 @@
 //
 // Each converter takes the text and an optional success flag. It always returns a value: what could
 // be read, 0 (or false) where nothing could. Success needs the whole text to be consumed. Numbers
-// follow the "C" locale whatever the environment says.
+// follow the "C" locale whatever the environment says, because the program never calls setlocale.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ long convertLong(const std::string& text, bool* ok = nullptr);
 // Decimal floating point; "0x" has no meaning here.
 double convertDouble(const std::string& text, bool* ok = nullptr);
 
-// `value` in the default floating-point form of a stream: six significant digits, the shorter of
+// `value` as printf's "%g" writes it: six significant digits, the shorter of
 // fixed and exponent notation, no trailing zeros.
 std::string formatDouble(double value);
 

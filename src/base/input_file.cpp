@@ -5,7 +5,7 @@
 namespace Cradle {
 namespace {
 
-constexpr std::size_t kPieceSize = 16384;
+constexpr std::size_t kPieceSize = 16384;  // on the stack
 
 }  // namespace
 

@@ -8,7 +8,7 @@
 namespace Cradle {
 namespace {
 
-constexpr std::size_t kBufferSize = 65536;
+constexpr std::size_t kBufferSize = 65536;  // most files need one read and one for their end
 
 }  // namespace
 

@@ -7,8 +7,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <deque>
 #include <functional>
 #include <memory_resource>
@@ -44,12 +44,13 @@ class NameTable {
     }
     const std::uint32_t hash = hashOf(name);
     Slot& slot = slots_[slotOf(name, hash)];
-    if (slot.position == kNone) {
-      --room_;
-      slot = {hash, ++lastPosition_};
-      return entries_.emplace_back(copyOf(name, memory));
+    if (slot.position != kNone) {
+      return entries_[slot.position - 1];
     }
-    return entries_[slot.position - 1];
+    Entry& entry = entries_.emplace_back(copyOf(name, memory));
+    slot = {hash, static_cast<std::uint32_t>(entries_.size())};
+    --room_;
+    return entry;
   }
 
   const std::deque<Entry>& entries() const { return entries_; }
@@ -68,9 +69,8 @@ class NameTable {
   }
 
   static std::string_view copyOf(std::string_view name, std::pmr::memory_resource& memory) {
-    void* const copy = memory.allocate(name.size(), alignof(char));
-    std::memcpy(copy, name.data(), name.size());
-    return {static_cast<const char*>(copy), name.size()};
+    auto* const copy = static_cast<char*>(memory.allocate(name.size(), alignof(char)));
+    return {copy, name.copy(copy, name.size())};
   }
 
   std::uint32_t positionOf(std::string_view name) const {
@@ -98,7 +98,7 @@ class NameTable {
   void grow() {
     std::vector<Slot> old(std::max(kFirstSize, 2 * slots_.size()));
     old.swap(slots_);
-    room_ = slots_.size() * 7 / 8 - lastPosition_;
+    room_ = slots_.size() * 7 / 8 - entries_.size();
     for (const Slot& slot : old) {
       if (slot.position != kNone) {
         slots_[probe(slot.hash, [](const Slot&) { return false; })] = slot;
@@ -109,7 +109,6 @@ class NameTable {
   std::vector<Slot> slots_;  // at most 7/8 are taken
   std::size_t room_ = 0;     // how many more may be before the table grows
   std::deque<Entry> entries_;
-  std::uint32_t lastPosition_ = kNone;  // of an entry
 };
 
 }  // namespace Cradle

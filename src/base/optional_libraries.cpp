@@ -65,7 +65,7 @@ constexpr std::uint32_t kDlopenNoteType = 0x407c0c0a;
 
 // As the ELF format lays out a note.
 struct Note {
-  std::uint32_t ownerSize = 4;
+  std::uint32_t ownerSize = sizeof owner;
   std::uint32_t listSize = kListSize;
   std::uint32_t type = kDlopenNoteType;
   std::array<char, 4> owner{'F', 'D', 'O', '\0'};

@@ -11,9 +11,9 @@ namespace Cradle {
 
 struct OptionalLibrary {
   const char* soname;
-  std::string_view feature;
-  std::string_view description;
-  std::string_view priority;  // "required", "recommended" or "suggested"
+  std::string_view feature{};
+  std::string_view description{};
+  std::string_view priority{};  // "required", "recommended" or "suggested"
 };
 
 extern const OptionalLibrary kSystemdLibrary;

@@ -1,5 +1,7 @@
 #include "base/output_file.h"
 
+#include <utility>
+
 namespace Cradle {
 namespace {
 
@@ -12,10 +14,22 @@ OutputFile::OutputFile(const std::string& path)
       number_(owned_->number()),
       good_(owned_->isOpen()) {}
 
+OutputFile::OutputFile(OutputFile&& other) noexcept
+    : owned_(std::exchange(other.owned_, std::nullopt)),
+      number_(other.number_),
+      good_(std::exchange(other.good_, false)) {}
+
+OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
+  std::swap(owned_, other.owned_);
+  std::swap(number_, other.number_);
+  std::swap(good_, other.good_);
+  return *this;
+}
+
 void OutputFile::write(std::string_view text) {
   while (good_ && !text.empty()) {
     const ssize_t count = uninterrupted([&] { return ::write(number_, text.data(), text.size()); });
-    good_ = count >= 0;
+    good_ = count > 0;
     text.remove_prefix(good_ ? static_cast<std::size_t>(count) : 0);
   }
 }

@@ -22,7 +22,14 @@ class OutputFile {
   // The file that is open under this number, which stays open.
   explicit OutputFile(int descriptor) : number_(descriptor), good_(true) {}
 
-  // Whether the file is open and nothing written to it has failed.
+  // What is moved from drops everything.
+  OutputFile(OutputFile&& other) noexcept;
+  OutputFile& operator=(OutputFile&& other) noexcept;
+  ~OutputFile() = default;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  // Whether the file could be opened, if it was opened here, and nothing written to it has failed.
   bool good() const { return good_; }
 
   // Writes the whole text (write), with one call unless the system takes only part of it.
@@ -34,7 +41,8 @@ class OutputFile {
   bool good_;
 };
 
-// The standard output and the standard error of the process.
+// The standard output and the standard error of the process. They live until static objects are
+// destroyed; nothing is to be written after that.
 OutputFile& standardOutput();
 OutputFile& standardError();
 

@@ -4,7 +4,8 @@
 
 namespace Cradle {
 
-SharedLibrary::SharedLibrary(const char* soname) : handle_(dlopen(soname, RTLD_LAZY)) {}
+SharedLibrary::SharedLibrary(const OptionalLibrary& library)
+    : handle_(dlopen(library.soname, RTLD_LAZY)) {}
 
 void* SharedLibrary::address(const char* name) const {
   return isOpen() ? dlsym(handle_, name) : nullptr;

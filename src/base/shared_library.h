@@ -1,17 +1,18 @@
 // A shared library that is opened when it is first needed instead of at every start.
 //
 // Most runs use none of the libraries in base/optional_libraries.h, and opening these costs more
-// than the rest of a run. An opened library stays open for the life of
-// the process. A library or a function that is missing is an ordinary failure: isOpen() is false
-// and find() returns null.
+// than the rest of a run. An opened library stays open for the life of the process. A library or a
+// function that is missing is an ordinary failure: isOpen() is false and find() returns null.
 #pragma once
+
+#include "base/optional_libraries.h"
 
 namespace Cradle {
 
 class SharedLibrary {
  public:
-  // Opens `soname` with lazy binding (dlopen).
-  explicit SharedLibrary(const char* soname);
+  // Opens the library with lazy binding (dlopen).
+  explicit SharedLibrary(const OptionalLibrary& library);
 
   bool isOpen() const { return handle_ != nullptr; }
 

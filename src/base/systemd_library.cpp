@@ -1,11 +1,9 @@
 #include "base/systemd_library.h"
 
-#include "base/optional_libraries.h"
-
 namespace Cradle {
 
 const SharedLibrary& systemdLibrary() {
-  static const SharedLibrary library(kSystemdLibrary.soname);
+  static const SharedLibrary library(kSystemdLibrary);
   return library;
 }
 

@@ -28,7 +28,7 @@ std::vector<std::string_view> split(std::string_view text, char separator, Empty
                                     std::size_t maxSplits = kUnlimitedSplits);
 
 // Calls `visit` with each part of `text` between the occurrences of `separator`, in order, empty
-// ones included.
+// ones included: a split with KeepAll that makes no vector, for what is done to every line.
 template <typename Visit>
 void forEachPart(std::string_view text, char separator, const Visit& visit) {
   for (;;) {

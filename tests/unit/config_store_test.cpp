@@ -1,8 +1,8 @@
 #include "config_store.h"
 
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,7 @@
 #include "config_writer.h"
 
-#include <cctype>
-#include <cwchar>
 #include <filesystem>
 #include <limits>
-#include <locale>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
@@ -94,40 +91,6 @@ TEST_F(ConfigWriterTest, WritesIntegersOverTheirWholeRange) {
   writer.writeValue("Least", std::numeric_limits<std::int32_t>::min());
   writer.writeValue("Greatest", std::numeric_limits<std::int32_t>::max());
   EXPECT_EQ(written(), "Least=-2147483648\nGreatest=2147483647\n");
-}
-
-// A locale that groups digits.
-class Grouping : public std::numpunct<char> {
- protected:
-  char do_thousands_sep() const override { return '.'; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
-TEST_F(ConfigWriterTest, WritesIntegersTheSameInEveryLocale) {
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
-  ConfigWriter(path(), Separator::Plain).writeValue("Number", 1234567);
-  std::locale::global(previous);
-  EXPECT_EQ(written(), "Number=1234567\n");
-}
-
-// A locale in which files are written in capitals.
-class Shouting : public std::codecvt<char, char, std::mbstate_t> {
- protected:
-  bool do_always_noconv() const noexcept override { return false; }
-  result do_out(std::mbstate_t& /*state*/, const char* from, const char* fromEnd,
-                const char*& fromNext, char* to, char* toEnd, char*& toNext) const override {
-    for (fromNext = from, toNext = to; fromNext != fromEnd && toNext != toEnd;) {
-      *toNext++ = static_cast<char>(std::toupper(static_cast<unsigned char>(*fromNext++)));
-    }
-    return ok;
-  }
-};
-
-TEST_F(ConfigWriterTest, WritesTextsTheSameInEveryLocale) {
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Shouting));
-  ConfigWriter(path(), Separator::Plain).writeValue("Key", "text");
-  std::locale::global(previous);
-  EXPECT_EQ(written(), "Key=text\n");
 }
 
 TEST_F(ConfigWriterTest, WritesContentAsItIsAndEndsItsLastLine) {

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <locale>
 
 #include <glib-object.h>
 #include <gtest/gtest.h>
@@ -99,23 +98,6 @@ TEST(VariantText, GivesNothingForNullInSilence) {
   const LogCapture log(LogCapture::Level::LogDebug);
   EXPECT_EQ(variantToString(nullptr), "");
   EXPECT_EQ(log.text(), "");
-}
-
-// A locale that groups digits and has a comma for a point.
-class Grouping : public std::numpunct<char> {
- protected:
-  char do_thousands_sep() const override { return '.'; }
-  char do_decimal_point() const override { return ','; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
-TEST(VariantText, PrintsNumbersTheSameInEveryLocale) {
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
-  expectPrinted({"int32 1234567", "1234567"});
-  expectPrinted({"uint64 1234567", "1234567"});
-  expectPrinted({"123456.0", "123456"});
-  expectPrinted({"0.5", "0.5"});
-  std::locale::global(previous);
 }
 
 // Ownership

@@ -162,39 +162,6 @@ TEST(FormatDouble, AgreesWithStreamsOnRandomNumbers) {
   }
 }
 
-// A locale with a decimal comma and grouped digits, global while it lives.
-class CommaLocale {
- public:
-  CommaLocale()
-      : previous_(std::locale::global(std::locale(std::locale::classic(), new Punctuation))) {}
-  ~CommaLocale() { std::locale::global(previous_); }
-  CommaLocale(const CommaLocale&) = delete;
-  CommaLocale& operator=(const CommaLocale&) = delete;
-
- private:
-  struct Punctuation : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-  };
-
-  std::locale previous_;
-};
-
-TEST(Conversions, DoNotFollowTheGlobalLocale) {
-  const CommaLocale locale;
-  bool ok = true;
-  EXPECT_EQ(convertDouble("1.5", &ok), 1.5);
-  EXPECT_TRUE(ok);
-  EXPECT_EQ(convertDouble("1,5", &ok), 1.0);
-  EXPECT_FALSE(ok);
-  EXPECT_EQ(convertInt("1.000", &ok), 1);
-  EXPECT_FALSE(ok);
-  EXPECT_EQ(convertLong("1.000", &ok), 1);
-  EXPECT_FALSE(ok);
-  EXPECT_EQ(formatDouble(12345.5), "12345.5");
-}
-
 // Failures
 
 const Conversion<bool> kNoBooleans[] = {

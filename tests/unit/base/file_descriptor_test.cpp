@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "support/temporary_directory.h"
 
@@ -29,8 +30,9 @@ TEST(FileDescriptor, OpensAFileAndClosesItWithItsOwner) {
 TEST(FileDescriptor, CreatesAFileWithTheModeGiven) {
   const Testing::TemporaryDirectory directory;
   const FileDescriptor file(directory.path("new"), O_WRONLY | O_CREAT, 0600);
-  EXPECT_TRUE(file.isOpen());
-  EXPECT_EQ(directory.read("new"), "");
+  struct stat status {};
+  ASSERT_EQ(fstat(file.number(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0600U);
 }
 
 TEST(FileDescriptor, IsNotInheritedByOtherPrograms) {

@@ -1,11 +1,12 @@
 #include "base/line_reader.h"
 
-#include <csignal>
+#include <cstring>
 #include <string>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/time.h>
+#include <unistd.h>
 
 #include "support/child_process.h"
 #include "support/temporary_directory.h"
@@ -15,6 +16,7 @@ namespace {
 
 using namespace std::string_literals;
 using Testing::inChildProcess;
+using Testing::interruptOften;
 using Testing::TemporaryDirectory;
 
 // Each line between bars, "!" for a failure behind them.
@@ -86,11 +88,12 @@ TEST(LineReader, TakesALastLineThatFillsAllMemoryReadSoFar) {
 // Writes a few bytes at a time into a FIFO, in a process of its own.
 void writeSlowly(const std::string& fifo) {
   if (fork() == 0) {
+    alarm(5);  // where nobody reads
     usleep(30'000);
     const int file = open(fifo.c_str(), O_WRONLY);
     for (const char* const piece : {"ab", "c\nd", "\n", "e"}) {
       usleep(30'000);
-      if (write(file, piece, strlen(piece)) < 0) {
+      if (write(file, piece, std::strlen(piece)) < 0) {
         break;
       }
     }
@@ -104,11 +107,7 @@ TEST(LineReader, LosesNothingToPausesAndSignals) {
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
   EXPECT_EQ(inChildProcess([&] {
               writeSlowly(fifo);
-              struct sigaction interrupt {};
-              interrupt.sa_handler = [](int /*signal*/) {};
-              sigaction(SIGALRM, &interrupt, nullptr);
-              const itimerval often{{0, 5'000}, {0, 5'000}};
-              setitimer(ITIMER_REAL, &often, nullptr);
+              interruptOften();
               return linesOf(fifo);
             }),
             "|abc|d|e|");

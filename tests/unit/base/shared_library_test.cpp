@@ -5,10 +5,13 @@
 namespace Cradle {
 namespace {
 
+constexpr OptionalLibrary kMathLibrary{.soname = "libm.so.6"};
+constexpr OptionalLibrary kMissingLibrary{.soname = "libcradle-no-such-library.so.1"};
+
 // The C library's mathematical functions, which every process of this program can load.
 class MathLibrary : public ::testing::Test {
  protected:
-  SharedLibrary library_{"libm.so.6"};
+  SharedLibrary library_{kMathLibrary};
 };
 
 using Cosine = double(double);
@@ -38,7 +41,7 @@ TEST_F(MathLibrary, BindsAFunctionToASlot) {
 }
 
 TEST_F(MathLibrary, LendsItsFunctionsForLongerThanItLives) {
-  Cosine* const cosine = SharedLibrary("libm.so.6").find<Cosine>("cos");
+  Cosine* const cosine = SharedLibrary(kMathLibrary).find<Cosine>("cos");
   ASSERT_NE(cosine, nullptr);
   EXPECT_EQ(cosine(0.0), 1.0);
 }
@@ -60,7 +63,7 @@ TEST_F(MathLibrary, EmptiesTheSlotOfAnUnknownName) {
 }
 
 TEST(MissingLibrary, IsNotOpenAndHasNoFunction) {
-  const SharedLibrary missing("libcradle-no-such-library.so.1");
+  const SharedLibrary missing(kMissingLibrary);
   EXPECT_FALSE(missing.isOpen());
   EXPECT_EQ(missing.find<Cosine>("cos"), nullptr);
   Cosine* slot = anyFunction;

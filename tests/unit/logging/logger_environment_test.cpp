@@ -113,7 +113,7 @@ TEST_F(Configure, OpensAFileForEachLoggerOnItsOwn) {
   directory.write("my.log", "old contents\n");
   configure(nullptr, path.of("My.log").c_str());
   EXPECT_EQ(directory.read("my.log"), "");
-  // Two streams, each at the beginning of the file: the later line overwrites the earlier one.
+  // Open twice, each at the beginning of the file: the later line overwrites the earlier one.
   first_->warning() << "first";
   second_->warning() << "other";
   EXPECT_EQ(directory.read("my.log"), "WARNING: other\n");

@@ -1,12 +1,14 @@
 // Actions that change the state of their process, taken in a process of their own.
 #pragma once
 
+#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <stdexcept>
 #include <string>
 
 #include <sys/resource.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -44,6 +46,15 @@ inline std::string inChildProcess(const std::function<std::string()>& action) {
     throw std::runtime_error("a child process failed with wait status " + std::to_string(status));
   }
   return result;
+}
+
+// From now on a timer interrupts this process every few milliseconds.
+inline void interruptOften() {
+  struct sigaction interrupt {};
+  interrupt.sa_handler = [](int /*signal*/) {};
+  sigaction(SIGALRM, &interrupt, nullptr);
+  const itimerval often{{0, 5'000}, {0, 5'000}};
+  setitimer(ITIMER_REAL, &often, nullptr);
 }
 
 // The number that the next file to be opened gets.
