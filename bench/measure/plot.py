@@ -1,5 +1,6 @@
 """The plot: time per line over the number of lines, for every loader, on logarithmic axes."""
 
+import itertools
 import math
 from typing import Iterable, Sequence
 
@@ -11,15 +12,8 @@ WIDTH, HEIGHT = 760, 480
 LEFT, RIGHT, TOP, BOTTOM = 80, 150, 56, 64  # of the frame; the names stand right of it
 LABEL_GAP = 17
 
-COLOURS = {
-    PARSER: "#c8102e",
-    "GKeyFile": "#1f5fa8",
-    "SimpleIni": "#2e8540",
-    "inih": "#b8620a",
-    "PropertyTree": "#6b3fa0",
-    "getline": "#666666",
-    "memchr": "#999999",
-}
+# Of the loaders, in their order; more loaders than colours share them.
+PALETTE = ("#c8102e", "#1f5fa8", "#2e8540", "#b8620a", "#6b3fa0", "#666666", "#999999")
 STYLE = """
     text { font: 13px sans-serif; fill: #222 }
     .title { font-size: 16px; font-weight: bold }
@@ -77,8 +71,10 @@ def _grid(x: Axis, y: Axis) -> list[str]:
     return lines
 
 
-def _curve(name: str, points: Sequence[Point], label: float, right: float) -> list[str]:
-    colour, main = COLOURS[name], name == PARSER
+def _curve(
+    name: str, colour: str, points: Sequence[Point], label: float, right: float
+) -> list[str]:
+    main = name == PARSER
     path = "M" + "L".join(f"{px:.1f} {py:.1f}" for px, py in points)
     dots = (f'<circle cx="{px:.1f}" cy="{py:.1f}" r="3.5" fill="{colour}"/>' for px, py in points)
     lead = f"M{right + 6} {points[-1][1]:.1f}L{right + 18} {label:.1f}"
@@ -93,17 +89,19 @@ def _curve(name: str, points: Sequence[Point], label: float, right: float) -> li
 
 def plot(figures: Figures) -> str:
     sizes = load_sizes(figures)
+    prefix = f"load/{sizes[0]}/"
+    names = [subject.removeprefix(prefix) for subject in figures.subjects(prefix)]
     costs = {
         name: [figures.value(f"load/{size}/{name}", "time") * 1e9 for size in sizes]
-        for name in COLOURS
+        for name in names
     }
     x = Axis(sizes, LEFT, WIDTH - RIGHT)
     y = Axis((cost for row in costs.values() for cost in row), HEIGHT - BOTTOM, TOP)
     labels = spread_apart({name: y.at(row[-1]) for name, row in costs.items()})
     body = _grid(x, y)
-    for name in reversed(COLOURS):
+    for name, colour in reversed([*zip(names, itertools.cycle(PALETTE))]):
         points = [(x.at(size), y.at(cost)) for size, cost in zip(sizes, costs[name])]
-        body += _curve(name, points, labels[name], x.end)
+        body += _curve(name, colour, points, labels[name], x.end)
     middle = (x.start + x.end) / 2
     body += [
         f'<text class="title" x="{LEFT}" y="30">Loading a configuration file: ns per line</text>',
