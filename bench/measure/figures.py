@@ -40,9 +40,3 @@ class Figures:
 
     def save(self, path: Path) -> None:
         path.write_text(json.dumps(self._samples, indent=1) + "\n", encoding="utf-8")
-
-    @classmethod
-    def load(cls, path: Path) -> "Figures":
-        figures = cls()
-        figures._samples = json.loads(path.read_text(encoding="utf-8"))
-        return figures
