@@ -38,7 +38,7 @@ def verify(process: Process) -> None:
         raise Failure(f"{process.name} wrote nothing")
 
 
-def time(figures: Figures, processes: Sequence[Process], rounds: int, runs: int) -> None:
+def add_times(figures: Figures, processes: Sequence[Process], rounds: int, runs: int) -> None:
     """Times of the runs; hyperfine fails when one of them does."""
     for process in processes:
         verify(process)
@@ -71,7 +71,7 @@ def _peak_memory(process: Process) -> float:
     return 1024 * float(report.read_text(encoding="utf-8"))
 
 
-def inspect(figures: Figures, processes: Sequence[Process]) -> None:
+def add_costs(figures: Figures, processes: Sequence[Process]) -> None:
     """What a run costs besides time."""
     for process in processes:
         figures.add(process.name, "instructions", [callgrind.instructions(process.command)])

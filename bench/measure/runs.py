@@ -3,7 +3,7 @@
 from pathlib import Path
 
 from measure.figures import Figures
-from measure.processes import Process, inspect, time, verify
+from measure.processes import Process, add_costs, add_times, verify
 from measure.site import PROGRAM, PROGRAMS, ROOT, SCRATCH, Effort, Failure, run
 
 STARTUP = PROGRAMS / "startup"
@@ -61,8 +61,8 @@ def measure_startup(figures: Figures, effort: Effort) -> None:
         processes.append(_generation(f"run/{kind}, generated configuration", kind, generated))
     plain = "run/property, default configuration"
     processes.append(_generation(f"{plain}, user of seat0", "property", DEFAULTS))
-    time(figures, processes, effort.rounds, effort.runs)
-    inspect(figures, processes)
+    add_times(figures, processes, effort.rounds, effort.runs)
+    add_costs(figures, processes)
     figures.subtract("added/user of seat0", f"{plain}, user of seat0", plain)
     figures.subtract("added/libsystemd", "empty/iostream, libsystemd", "empty/iostream")
 
@@ -81,7 +81,7 @@ def measure_hooks(figures: Figures, effort: Effort) -> None:
         raise Failure("not all hooks were run")
     alone = [str(PROGRAMS / "run-scripts"), *map(str, hooks)]
     processes = [hooked, Process(f"hooks/the {HOOKS} shells alone", alone)]
-    time(figures, processes, effort.long_rounds, LONG_RUNS)
+    add_times(figures, processes, effort.long_rounds, LONG_RUNS)
 
 
 def measure_whole_path(figures: Figures, effort: Effort) -> None:
@@ -99,4 +99,4 @@ def measure_whole_path(figures: Figures, effort: Effort) -> None:
     verify(copying)
     if OUTPUT.read_bytes() != written.read_bytes():
         raise Failure("copy-lines did not copy")
-    time(figures, [whole, copying], effort.long_rounds, LONG_RUNS)
+    add_times(figures, [whole, copying], effort.long_rounds, LONG_RUNS)
