@@ -8,19 +8,28 @@ from typing import Sequence
 
 from measure.figures import Figures
 from measure.plot import plot
-from measure.site import ROOT, run
+from measure.site import BUILD, ROOT, Failure, run
 from measure.table import markdown
 
 DOCUMENT = ROOT / "docs/performance.md"
 PLOT = ROOT / "docs/performance.svg"
+COMPILER = re.compile(r"^CMAKE_CXX_COMPILER:\w+=(.+)$", re.MULTILINE)
 MARKS = re.compile(r"(<!-- measured -->\n).*(<!-- end -->\n)", re.DOTALL)
+
+
+def _compiler() -> str:
+    """The one that built what was measured."""
+    found = COMPILER.search((BUILD / "CMakeCache.txt").read_text(encoding="utf-8"))
+    if not found:
+        raise Failure(f"{BUILD} does not name its compiler")
+    return found[1]
 
 
 def machine() -> str:
     """On what was measured, and when."""
     with open("/proc/cpuinfo", encoding="utf-8") as cpuinfo:
         model = next((line.split(": ")[1].strip() for line in cpuinfo if "model name" in line), "?")
-    compiler = run(["c++", "--version"]).splitlines()[0]
+    compiler = run([_compiler(), "--version"]).splitlines()[0]
     libc = " ".join(platform.libc_ver())
     return (
         f"Taken on {date.today()}: {model}, {os.cpu_count()} processors, Linux"
