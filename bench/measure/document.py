@@ -42,6 +42,6 @@ def write_document(figures: Figures, rows: Sequence[tuple[str, ...]]) -> None:
     text = DOCUMENT.read_text(encoding="utf-8")
     text, count = MARKS.subn(lambda marks: marks[1] + measured + marks[2], text)
     if count != 1:
-        raise ValueError(f"{DOCUMENT} has no place for the table")
+        raise Failure(f"{DOCUMENT} has no place for the table")
     DOCUMENT.write_text(text, encoding="utf-8")
     PLOT.write_text(plot(figures), encoding="utf-8")

@@ -5,6 +5,8 @@ import tomllib
 from pathlib import Path
 from typing import NamedTuple
 
+from measure.site import Failure
+
 LIMITS = Path(__file__).resolve().parents[1] / "limits.toml"
 
 
@@ -29,11 +31,14 @@ class Limit(NamedTuple):
 
 def read_limits() -> list[Limit]:
     limits = []
-    for entry in tomllib.loads(LIMITS.read_text(encoding="utf-8"))["limit"]:
-        figures = entry.pop("figure")
-        for figure in [figures] if isinstance(figures, str) else figures:
-            limits.append(Limit(figure, **entry))
+    try:
+        for entry in tomllib.loads(LIMITS.read_text(encoding="utf-8"))["limit"]:
+            figures = entry.pop("figure")
+            for figure in [figures] if isinstance(figures, str) else figures:
+                limits.append(Limit(figure, **entry))
+    except (tomllib.TOMLDecodeError, KeyError, TypeError) as error:
+        raise Failure(f"{LIMITS}: {error!r}") from error
     for limit in limits:
         if (limit.ratio is None) == (limit.value is None):
-            raise ValueError(f"{limit} needs either a ratio or a value")
+            raise Failure(f"{LIMITS}: {limit} needs either a ratio or a value")
     return limits

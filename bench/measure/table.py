@@ -4,7 +4,8 @@ from typing import Sequence
 
 from measure.comparisons import comparisons
 from measure.figures import Figures
-from measure.limits import Limit, read_limits
+from measure.limits import LIMITS, Limit
+from measure.site import Failure
 
 HEAD = ("Figure", "Quantity", "Value", "±", "Compared with", "Its value", "Ratio", "Limit", "Held")
 RIGHT = {"Value", "±", "Its value", "Ratio"}
@@ -65,9 +66,9 @@ def limit_text(limit: Limit, quantity: str) -> str:
     return f"value ≤ {value_text(quantity, limit.value)}{aim}"
 
 
-def make_rows(figures: Figures) -> list[tuple[str, ...]]:
+def make_rows(figures: Figures, limits: Sequence[Limit]) -> list[tuple[str, ...]]:
     """The cells of the table. A limit that belongs to none of the rows is an error."""
-    rows, limits = [], read_limits()
+    rows = []
     unused = set(limits)
     for comparison in comparisons(figures):
         figure, quantity, baseline = comparison
@@ -86,7 +87,7 @@ def make_rows(figures: Figures) -> list[tuple[str, ...]]:
             ("yes" if limit.is_held(value, value / base) else MISSED) if limit else "",
         ))
     if unused:
-        raise ValueError(f"limits that belong to no row: {unused}")
+        raise Failure(f"{LIMITS}: limits that belong to no row: {unused}")
     return rows
 
 
