@@ -2,8 +2,8 @@
 
 #include "config_parser.h"
 
+#include "common/failure.h"
 #include "loading/loaders.h"
-#include "support/failure.h"
 
 namespace Cradle::Bench {
 namespace {

@@ -8,8 +8,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "common/failure.h"
 #include "loading/loaders.h"
-#include "support/failure.h"
 
 namespace Cradle::Bench {
 namespace {

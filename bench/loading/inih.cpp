@@ -4,8 +4,8 @@
 
 #include <ini.h>
 
+#include "common/failure.h"
 #include "loading/loaders.h"
-#include "support/failure.h"
 
 namespace Cradle::Bench {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <glib.h>
 
+#include "common/failure.h"
 #include "loading/loaders.h"
-#include "support/failure.h"
 
 namespace Cradle::Bench {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "support/entry_stream.h"
+#include "common/entry_stream.h"
 
 namespace Cradle::Bench {
 

@@ -6,12 +6,12 @@
 #include <memory>
 #include <utility>
 
+#include "common/cases.h"
+#include "common/entry_stream.h"
+#include "common/failure.h"
+#include "common/fresh_process.h"
+#include "common/memory_in_use.h"
 #include "loading/loaders.h"
-#include "support/cases.h"
-#include "support/entry_stream.h"
-#include "support/failure.h"
-#include "support/fresh_process.h"
-#include "support/memory_in_use.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Bench {

@@ -4,8 +4,8 @@
 #define SI_NO_CONVERSION
 #include <SimpleIni.h>
 
+#include "common/failure.h"
 #include "loading/loaders.h"
-#include "support/failure.h"
 
 namespace Cradle::Bench {
 namespace {

@@ -5,10 +5,10 @@
 #include <map>
 #include <memory>
 
+#include "common/cases.h"
+#include "common/failure.h"
 #include "operations/operations.h"
 #include "operations/subject.h"
-#include "support/cases.h"
-#include "support/failure.h"
 
 namespace Cradle::Bench {
 namespace {

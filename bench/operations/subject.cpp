@@ -6,8 +6,8 @@
 #include <functional>
 #include <random>
 
-#include "support/entry_stream.h"
-#include "support/failure.h"
+#include "common/entry_stream.h"
+#include "common/failure.h"
 
 namespace Cradle::Bench {
 namespace {

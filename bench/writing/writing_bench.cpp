@@ -8,10 +8,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "common/cases.h"
+#include "common/entry_stream.h"
+#include "common/failure.h"
 #include "config_writer.h"
-#include "support/cases.h"
-#include "support/entry_stream.h"
-#include "support/failure.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle::Bench {

@@ -1,9 +1,9 @@
-#include "support/entry_stream.h"
+#include "common/entry_stream.h"
 
 #include <array>
 #include <fstream>
 
-#include "support/failure.h"
+#include "common/failure.h"
 
 namespace Cradle::Bench {
 namespace {

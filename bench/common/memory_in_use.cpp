@@ -1,4 +1,4 @@
-#include "support/memory_in_use.h"
+#include "common/memory_in_use.h"
 
 #include <fstream>
 

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <string>
 
-#include "support/entry_stream.h"
+#include "common/entry_stream.h"
 
 int main(int argc, char** argv) {
   if (argc != 3) {

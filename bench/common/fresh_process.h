@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/failure.h"
+#include "common/failure.h"
 
 namespace Cradle::Bench {
 

@@ -1,4 +1,4 @@
-#include "support/cases.h"
+#include "common/cases.h"
 
 #include <exception>
 #include <iostream>
@@ -8,7 +8,7 @@
 
 #include <valgrind/callgrind.h>
 
-#include "support/failure.h"
+#include "common/failure.h"
 
 namespace Cradle::Bench {
 namespace {
