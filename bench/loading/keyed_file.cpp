@@ -1,3 +1,5 @@
+// How every key of a file is looked up, and its value compared with that of the entry.
+
 #include "loading/loaders.h"
 
 namespace Cradle::Bench {

@@ -37,7 +37,7 @@ class KeyedFile : public LoadedFile {
 using Loading = std::unique_ptr<LoadedFile>(const std::string& path);
 
 Loading loadWithConfigParser;
-Loading loadWithKeyFile;
+Loading loadWithGKeyFile;
 Loading loadWithSimpleIni;
 Loading loadWithInih;
 Loading loadWithPropertyTree;
@@ -51,7 +51,7 @@ struct Loader {
 
 inline constexpr std::array<Loader, 7> kLoaders{{
     {"ConfigParser", loadWithConfigParser},
-    {"GKeyFile", loadWithKeyFile},
+    {"GKeyFile", loadWithGKeyFile},
     {"SimpleIni", loadWithSimpleIni},
     {"inih", loadWithInih},
     {"PropertyTree", loadWithPropertyTree},

@@ -29,7 +29,7 @@ class GLibFile : public KeyedFile {
 
 }  // namespace
 
-std::unique_ptr<LoadedFile> loadWithKeyFile(const std::string& path) {
+std::unique_ptr<LoadedFile> loadWithGKeyFile(const std::string& path) {
   return std::make_unique<GLibFile>(path);
 }
 
