@@ -1,5 +1,8 @@
-// How a benchmark fails: with a message and a non-zero status. A measurement of something that did
-// not work is worse than none.
+// How a benchmark fails: with a message and a non-zero status, since a measurement of something
+// that did not work is worse than none.
+//
+// What is required is checked in every build. The exception that is thrown ends the whole program:
+// runCases() prints its message, and no other case is measured.
 #pragma once
 
 #include <stdexcept>

@@ -1,5 +1,9 @@
 // The ways to get a configuration file into memory that are compared: this program's, those of the
 // libraries that could be used instead, and two floors, which only find the lines.
+//
+// The caller owns what a loader returns: one object with everything that was loaded, whatever the
+// library behind it. A loader throws when its library reports an error; whether the file arrived
+// whole is asked of the object.
 #pragma once
 
 #include <array>

@@ -1,4 +1,8 @@
-// The operations on a loaded configuration whose cost must not depend on its size.
+// The operations on a loaded configuration whose cost must not depend on its size: those that read
+// or look up something, and those that store.
+//
+// They are tables of constants. Each operation tells what it must give on the keys that Subject
+// puts into every group, so that it is checked before it is measured.
 #pragma once
 
 #include <span>
