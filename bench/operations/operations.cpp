@@ -1,10 +1,13 @@
 #include "operations/operations.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <vector>
 
 #include <benchmark/benchmark.h>
+
+#include "operations/subject.h"
 
 namespace Cradle::Bench {
 namespace {
@@ -19,38 +22,18 @@ Value valueOf(const ConfigParser& parser, const std::string& group, std::string_
   return value;
 }
 
-// The keys are those that Subject puts in every group.
-template <typename Value>
-struct Typed {
-  std::string_view key;
-  Value expected;
-};
-constexpr Typed<bool> kFlag{"Flag", true};
-constexpr Typed<int> kNumber{"Number", 12345};
-constexpr Typed<long> kLarge{"Large", 1234567890123};
-constexpr Typed<double> kRatio{"Ratio", 3.25};
-constexpr std::string_view kText = "/var/lib/device/storage/media/0";
-constexpr Typed<std::string_view> kString{"Text", kText};
-constexpr Typed<std::string_view> kReference{"Reference", kText};
-constexpr Typed<std::string_view> kChain{"Link0", "end"};
-const List kListItems{"camera", "sensor", "bridge"};
-
-template <typename Value, const auto& kTyped>
+template <typename Value, const auto& kSpecial>
 void read(const ConfigParser& parser, const std::string& group) {
-  benchmark::DoNotOptimize(valueOf<Value>(parser, group, kTyped.key));
+  benchmark::DoNotOptimize(valueOf<Value>(parser, group, kSpecial.key));
 }
 
-template <typename Value, const auto& kTyped>
+template <typename Value, const auto& kSpecial>
 bool readHolds(const ConfigParser& parser, const std::string& group) {
-  return valueOf<Value>(parser, group, kTyped.key) == kTyped.expected;
-}
-
-void readList(const ConfigParser& parser, const std::string& group) {
-  benchmark::DoNotOptimize(valueOf<List>(parser, group, "List"));
+  return valueOf<Value>(parser, group, kSpecial.key) == kSpecial.value;
 }
 
 bool readListHolds(const ConfigParser& parser, const std::string& group) {
-  return valueOf<List>(parser, group, "List") == kListItems;
+  return std::ranges::equal(valueOf<List>(parser, group, kList.key), kList.value);
 }
 
 void missKey(const ConfigParser& parser, const std::string& group) {
@@ -63,30 +46,31 @@ bool missKeyHolds(const ConfigParser& parser, const std::string& group) {
 
 // No group begins so, and each look-up is for another one.
 void missGroup(const ConfigParser& parser, const std::string& group) {
-  benchmark::DoNotOptimize(parser.hasValue(std::string_view(group).substr(1), "Text"));
+  benchmark::DoNotOptimize(parser.hasValue(std::string_view(group).substr(1), kText.key));
 }
 
 bool missGroupHolds(const ConfigParser& parser, const std::string& group) {
-  return !parser.hasValue(std::string_view(group).substr(1), "Text");
+  return !parser.hasValue(std::string_view(group).substr(1), kText.key);
 }
 
+static_assert(kList.value.size() == 3 && kReferenceChain == 10);  // as they are called here
 constexpr std::array<Lookup, 10> kLookups{{
-    {"string", read<std::string, kString>, readHolds<std::string, kString>},
+    {"string", read<std::string, kText>, readHolds<std::string, kText>},
     {"bool", read<bool, kFlag>, readHolds<bool, kFlag>},
     {"int", read<int, kNumber>, readHolds<int, kNumber>},
     {"long", read<long, kLarge>, readHolds<long, kLarge>},
     {"double", read<double, kRatio>, readHolds<double, kRatio>},
-    {"list of 3", readList, readListHolds},
+    {"list of 3", read<List, kList>, readListHolds},
     {"1 reference", read<std::string, kReference>, readHolds<std::string, kReference>},
-    {"chain of 10 references", read<std::string, kChain>, readHolds<std::string, kChain>},
+    {"chain of 10 references", read<std::string, kFirstLink>, readHolds<std::string, kFirstLink>},
     {"missing key", missKey, missKeyHolds},
     {"missing group", missGroup, missGroupHolds},
 }};
 
 constexpr std::array<Store, 3> kStores{{
-    {"store plain text", "/var/lib/device", "/var/lib/device"},
-    {"store a named template", "${BENCH}", "/var/lib/device"},
-    {"store an env template", "${env:CRADLE_BENCH}", "/var/lib/device"},
+    {"store plain text", kStoredValue},
+    {"store a named template", "${BENCH}"},
+    {"store an env template", "${env:CRADLE_BENCH}"},
 }};
 
 }  // namespace

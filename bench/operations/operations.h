@@ -22,11 +22,11 @@ struct Lookup {
 
 std::span<const Lookup> lookups();
 
-// Removes a key and sets it, as a line of a file does that is loaded, to a value of some kind.
+// Removes a key and sets it, as a line of a file does that is loaded. Every value expands to
+// kStoredValue.
 struct Store {
   const char* name;
   const char* value;
-  const char* expanded;
 };
 
 std::span<const Store> stores();

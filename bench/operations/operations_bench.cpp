@@ -52,8 +52,8 @@ Round storeRound(Subject& subject, const Store& store) {
   require(subject.load(path), "loading failed");
   for (const std::string& group : subject.groups()) {
     std::string text;
-    subject.parser().getValue(group, "Stored", text);
-    require(text == store.expanded, std::string(store.name) + " is wrong");
+    subject.parser().getValue(group, kStoredKey, text);
+    require(text == kStoredValue, std::string(store.name) + " is wrong");
   }
   return [path, &subject] { subject.load(path); };
 }

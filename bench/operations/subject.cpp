@@ -12,22 +12,32 @@
 namespace Cradle::Bench {
 namespace {
 
-constexpr const char* kTemplateValue = "/var/lib/device";
+std::string line(std::string_view key, std::string_view text) {
+  return std::string(key).append("=").append(text);
+}
+
+template <typename Value>
+std::string line(const SpecialKey<Value>& special) {
+  return line(special.key, special.text);
+}
+
+std::string referringLine(std::string_view key, const std::string& group, std::string_view target) {
+  return line(key, ("${config:" + group + '/').append(target) + '}');
+}
+
+std::string linkKey(std::size_t number) {
+  return std::string(kLink) + std::to_string(number);
+}
 
 // The special keys of a group, as lines.
 std::vector<std::string> specialLines(const std::string& group) {
-  std::vector<std::string> lines{"Text=/var/lib/device/storage/media/0",
-                                 "Flag=true",
-                                 "Number=12345",
-                                 "Large=1234567890123",
-                                 "Ratio=3.25",
-                                 "List=camera;sensor;bridge",
-                                 "Reference=${config:" + group + "/Text}"};
+  std::vector<std::string> lines{line(kText),  line(kFlag),  line(kNumber),
+                                 line(kLarge), line(kRatio), line(kList)};
+  lines.push_back(referringLine(kReference.key, group, kText.key));
   for (std::size_t i = 0; i < kReferenceChain; ++i) {
-    lines.push_back("Link" + std::to_string(i) + "=${config:" + group + "/Link" +
-                    std::to_string(i + 1) + '}');
+    lines.push_back(referringLine(linkKey(i), group, linkKey(i + 1)));
   }
-  lines.push_back("Link" + std::to_string(kReferenceChain) + "=end");
+  lines.push_back(line(linkKey(kReferenceChain), kFirstLink.text));
   return lines;
 }
 
@@ -46,8 +56,8 @@ std::vector<std::string> shuffledGroups(std::size_t count) {
 Subject::Subject(std::size_t keys) : groups_(shuffledGroups(keys / kKeysPerGroup)) {
   const std::string path = directory_.path("subject.conf");
   writeConfiguration(path, keys);
-  setenv("CRADLE_BENCH", kTemplateValue, 1);
-  parser_.addTemplate("BENCH", kTemplateValue);
+  setenv("CRADLE_BENCH", kStoredValue, 1);
+  parser_.addTemplate("BENCH", kStoredValue);
   require(parser_.loadFile(path), "ConfigParser failed");
 }
 
@@ -72,7 +82,8 @@ void Subject::writeConfiguration(const std::string& path, std::size_t keys) cons
 std::string Subject::storeFile(const std::string& value) const {
   std::string text;
   for (std::size_t i = 0; i < kRoundSize; ++i) {
-    text += '[' + groups_[i % groups_.size()] + "]\nStored=\nStored=" + value + '\n';
+    text += '[' + groups_[i % groups_.size()] + "]\n";
+    text += line(kStoredKey, "") + '\n' + line(kStoredKey, value) + '\n';
   }
   const std::string name = std::to_string(std::hash<std::string>()(value)) + ".conf";
   return directory_.write(name, text);
