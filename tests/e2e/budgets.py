@@ -20,11 +20,19 @@ class Budgets:
         self.figures = {name: [*map(int, row)] for name, *row, _ in fields}
 
     def of(self, run: str) -> dict[str, int]:
+        """The figures of a run; none when the heading does not name it."""
+        if run not in self.runs:
+            return {}
         column = self.runs.index(run)
         return {name: row[column] for name, row in self.figures.items()}
 
     def refresh(self, run: str, cost: Mapping[str, int]) -> None:
-        """Rewrite the figures of a run; a figure that is new stands without a reason."""
+        """Rewrite the figures of a run; one that is new gets the last column, and a figure that is
+        new stands without a reason."""
+        if run not in self.runs:
+            self.runs.append(run)
+            for row in self.figures.values():
+                row.append(0)
         column = self.runs.index(run)
         for name in self.figures | cost:
             row = self.figures.setdefault(name, [0] * len(self.runs))
@@ -39,7 +47,7 @@ class Budgets:
         FILE.write_text("\n".join(lines) + "\n", encoding="utf-8")
 
 
-def excesses(run: str, cost: Mapping[str, int]) -> list[str]:
+def deviations(run: str, cost: Mapping[str, int]) -> list[str]:
     """What the file is to say instead, a line per figure, unless the program is to change."""
     budget = Budgets().of(run)
     lines = []

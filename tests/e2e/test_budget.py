@@ -21,7 +21,7 @@ from pathlib import Path
 
 import pytest
 
-from budgets import Budgets, excesses
+from budgets import Budgets, deviations
 from host import Host
 
 REFRESH = "CRADLE_BUDGETS=refresh ctest --preset release -R test_budget"
@@ -103,7 +103,7 @@ def test_a_run_costs_what_its_budget_says(prepared: Host, run: str) -> None:
     cost = {"instructions": count_instructions(prepared, run), **calls}
     if os.environ.get("CRADLE_BUDGETS") == "refresh":
         Budgets().refresh(run, cost)
-    changed = excesses(run, cost)
+    changed = deviations(run, cost)
     assert not changed, "\n".join([*changed, f"if it shall be so: {REFRESH}"])
 
 
