@@ -1,6 +1,7 @@
 #include "base/line_reader.h"
 
 #include <cstring>
+#include <new>
 #include <optional>
 #include <span>
 #include <utility>
@@ -35,13 +36,13 @@ bool LineReader::next() {
   return !line_.empty();
 }
 
-// Reads behind the rest, which goes to the front. False at the end and on failure.
+// Reads behind the rest. False at the end and on failure.
 bool LineReader::readMore() {
   if (state_ != State::Reading) {
     return false;
   }
-  moveRestToFront();
-  const std::optional<std::size_t> count = file_.read({buffer_.get() + end_, capacity_ - end_});
+  const std::optional<std::size_t> count =
+      makeRoom() ? file_.read({buffer_.get() + end_, capacity_ - end_}) : std::nullopt;
   if (!count) {
     state_ = State::Failed;
   } else if (*count == 0) {
@@ -51,19 +52,23 @@ bool LineReader::readMore() {
   return state_ == State::Reading;
 }
 
-// Of a larger buffer where the rest fills this one.
-void LineReader::moveRestToFront() {
+// Moves the rest to the front, of a larger buffer where it fills this one. False without memory.
+bool LineReader::makeRoom() {
   const std::size_t size = end_ - begin_;
   if (size < capacity_) {
     std::memmove(buffer_.get(), buffer_.get() + begin_, size);
   } else {
-    capacity_ *= 2;
-    auto larger = std::make_unique_for_overwrite<Array>(capacity_);
+    std::unique_ptr<Array> larger(new (std::nothrow) char[2 * capacity_]);
+    if (!larger) {
+      return false;
+    }
     std::memcpy(larger.get(), buffer_.get(), size);
     buffer_ = std::move(larger);
+    capacity_ *= 2;
   }
   begin_ = 0;
   end_ = size;
+  return true;
 }
 
 }  // namespace Cradle

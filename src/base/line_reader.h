@@ -1,7 +1,8 @@
 // The lines of a file, one after the other, without a copy of each.
 //
 // A line is what stands before a line feed, or between the last one and the end of the file. Lines
-// may hold any bytes and be of any length; memory grows with the longest one only.
+// may hold any bytes and be of any length; memory grows with the longest one only. A file is given
+// up when it cannot be opened or read, or when a line does not fit into memory.
 #pragma once
 
 #include <cstddef>
@@ -18,14 +19,14 @@ class LineReader {
  public:
   explicit LineReader(const std::string& path);
 
-  // Goes on to the next line. False at the end of the file and when it cannot be opened or read;
-  // what stands before a failure without a line feed is lost then.
+  // Goes on to the next line. False at the end of the file and when it is given up; what stands
+  // before that without a line feed is lost then.
   bool next();
 
   // The current line, valid until the next call of next().
   std::string_view line() const { return line_; }
 
-  // Whether the file could not be opened or read to its end, as far as it has been read.
+  // Whether the file has been given up.
   bool failed() const { return state_ == State::Failed; }
 
  private:
@@ -34,7 +35,7 @@ class LineReader {
       char[];  // NOLINT(modernize-avoid-c-arrays): containers fill what is about to be read
 
   bool readMore();
-  void moveRestToFront();
+  bool makeRoom();
 
   InputFile file_;
   State state_ = State::Reading;

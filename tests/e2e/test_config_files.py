@@ -267,6 +267,19 @@ def test_a_file_that_cannot_be_read_to_its_end_ends_the_run(host: Host) -> None:
     assert not host.exists()
 
 
+def test_a_line_that_a_failed_read_cuts_off_is_no_entry(host: Host) -> None:
+    host.conf("A=1\n" + "B=${system:touch /read}".ljust(200_000, "#"))
+    failing = ["-P", BASE, "-e", "inject=read:error=EIO:when=2"]
+    assert host.generate(strace=failing) == (1, "", failed())
+    assert not host.exists("/read")
+
+
+def test_a_file_has_ended_where_it_ended_first(host: Host) -> None:
+    host.conf("[A]\nKey=1\nLast=${system:printf '2\\nB=3\\n' >>/c/10-base.conf && echo 2}")
+    assert host.generate() == (0, "", "")
+    assert host.read() == generated("\n[A]\nKey=1\nLast=2\n")
+
+
 def test_a_file_that_vanishes_during_the_run_ends_it(host: Host) -> None:
     host.conf("A=${system:rm /c/20.conf}\n")
     host.conf("B=1\n", "/c/20.conf")

@@ -78,6 +78,13 @@ def test_every_line_of_the_log_is_written_at_once(host: Host) -> None:
     assert texts(host, "2") == [f"{line}\\n" for line in lines]
 
 
+def test_the_complaint_about_a_command_line_is_written_at_once(host: Host) -> None:
+    command = ("--bogus", "x", "/out.conf")
+    log = "--bogus: unknown argument\n"
+    assert host.run(*command, strace=["-e", "trace=write,writev"]) == (1, "", log)
+    assert texts(host, "2") == ["--bogus: unknown argument\\n"]
+
+
 def test_a_plain_run_opens_no_library_of_a_source_that_it_does_not_use(host: Host) -> None:
     host.conf("[A]\nKey=${USER}\n")
     assert host.generate(strace=["-e", "trace=openat,open"]) == (0, "", "")

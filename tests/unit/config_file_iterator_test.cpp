@@ -260,6 +260,8 @@ TEST(ConfigFileIterator, ReportsABadLineWithItsReasonItsNumberAndItself) {
 TEST(ConfigFileIterator, CountsEveryLine) {
   EXPECT_EQ(read("# 1\n\n;3\n[G]\nK=5\n\nAudio\n"),
             "[G] K=5\n" + failure("Could not parse line as key in PATH (7): 'Audio'"));
+  EXPECT_EQ(read(std::string(70'000, '\n') + "Audio\n"),
+            failure("Could not parse line as key in PATH (70001): 'Audio'"));
 }
 
 TEST(ConfigFileIterator, ReportsEveryBadLineUpToTheNextEntry) {

@@ -205,9 +205,16 @@ const Conversion<long> kNoLongs[] = {
 };
 
 const Conversion<double> kNoDoubles[] = {
-    {"", 0.0},    {"x", 0.0},    {"0x10", 0.0},
-    {"1,5", 1.0}, {"1.5 ", 1.5}, {"1.5.5", 1.5},
-    {"nan", 0.0}, {"inf", 0.0},  {"1e999", std::numeric_limits<double>::max()},
+    {"", 0.0},
+    {"x", 0.0},
+    {"0x10", 0.0},
+    {"1,5", 1.0},
+    {"1.5 ", 1.5},
+    {"1.5.5", 1.5},
+    {"nan", 0.0},
+    {"inf", 0.0},
+    {"1e999", std::numeric_limits<double>::max()},
+    {"-1e999", std::numeric_limits<double>::lowest()},
 };
 
 TEST(ConvertBool, FailsOnAnyOtherText) {
