@@ -9,7 +9,7 @@ reads them while the program runs, and removing the tree cannot reach anything b
 The tests are run by CTest, which sets
     CRADLE_BINARY     the executable under test
     CRADLE_BUILD_DIR  its build directory, visible in the host at the same path
-    CRADLE_STUB_DIR   the directory of the stub libandroid-properties.so.1
+    CRADLE_STUB_DIR   the directory of the stub libraries
 """
 
 import os
@@ -244,12 +244,26 @@ class Host:
             database = str(self.path(f"{config_home}/dconf/user"))
             subprocess.run(["dconf", "compile", database, keys], check=True)
 
+    def library(self, file: Path, without: str = "") -> dict[str, str]:
+        """Install a library, one of its functions renamed when asked for.
+
+        Returns the environment in which it is found.
+        """
+        content = file.read_bytes()
+        if without:
+            name = b"\0" + encode(without) + b"\0"
+            assert name in content, f"{file} has no {without}"
+            content = content.replace(name, b"\0_" + name[2:])
+        self.file(f"opt/lib/{file.name}", content)
+        return {"LD_LIBRARY_PATH": "/opt/lib"}
+
+    def stub(self, name: str, without: str = "") -> dict[str, str]:
+        """Install a stub library."""
+        return self.library(Path(setting("CRADLE_STUB_DIR"), name), without)
+
     def android_properties(self) -> dict[str, str]:
-        """Install the stub property library; returns the environment in which it is found."""
-        name = "libandroid-properties.so.1"
-        self.directory("opt/android")
-        shutil.copy(Path(setting("CRADLE_STUB_DIR"), name), self.path(f"opt/android/{name}"))
-        return {"LD_LIBRARY_PATH": "/opt/android"}
+        """Install the stub property library."""
+        return self.stub("libandroid-properties.so.1")
 
     # --- what the program left there
 
@@ -263,8 +277,11 @@ class Host:
         return self.path(path).stat().st_mode & 0o7777
 
     def trace(self) -> list[str]:
-        """The system calls of the last traced run, one a line."""
-        return self.read("/trace").splitlines()
+        """The system calls of the last traced run, one a line.
+
+        That a program which counts its coverage writes the counts in the end is left out.
+        """
+        return [line for line in self.read("/trace").splitlines() if ".gcda" not in line]
 
     # --- running
 

@@ -195,3 +195,55 @@ def test_without_a_database_no_key_has_a_value(host: Host) -> None:
     host.conf("[A]\nKey=x${dconf:/a/key}\n")
     assert host.generate() == (0, "", "")
     assert host.read() == generated()
+
+
+# --- a library that is not what it should be
+
+
+STUB = "libdconf.so.1"
+
+
+def test_the_stub_library_is_read_in_the_place_of_the_real_one(host: Host) -> None:
+    host.conf("[A]\nKey=x ${dconf:/a/key}\n")
+    assert host.generate(env=host.stub(STUB)) == (0, "", "")
+    assert host.read() == generated("\n[A]\nKey=x from the stub\n")
+
+
+@pytest.mark.parametrize(
+    "function",
+    [
+        "dconf_client_new",
+        "dconf_client_read",
+        "g_object_unref",
+        "g_variant_unref",
+        "g_variant_get_type_string",
+        "g_variant_get_boolean",
+        "g_variant_get_byte",
+        "g_variant_get_int16",
+        "g_variant_get_uint16",
+        "g_variant_get_int32",
+        "g_variant_get_uint32",
+        "g_variant_get_int64",
+        "g_variant_get_uint64",
+        "g_variant_get_double",
+        "g_variant_get_string",
+    ],
+)
+def test_a_library_that_lacks_a_function_is_none(host: Host, function: str) -> None:
+    host.conf("[A]\nKey=x ${dconf:/a/key}\n")
+    assert host.generate(env=host.stub(STUB, without=function)) == (0, "", "")
+    assert host.read() == generated()
+
+
+@pytest.mark.parametrize(
+    "missing, log",
+    [
+        ("client", ""),
+        ("type", "WARNING: Unsupported GVariant type '(null)'\n"),
+        ("text", ""),
+    ],
+)
+def test_what_the_library_does_not_give_is_no_value(host: Host, missing: str, log: str) -> None:
+    host.conf("[A]\nKey=x ${dconf:/a/key}\n")
+    assert host.generate(env=host.stub(STUB) | {"DCONF_STUB": missing}) == (0, "", log)
+    assert host.read() == generated()

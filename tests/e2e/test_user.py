@@ -1,10 +1,14 @@
 """The user of a run: looked up by id, or found on seat0 through the real login library."""
 
 import time
+from pathlib import Path
+from sysconfig import get_config_var
 
 import pytest
 
 from host import FIND_PROGRAM, Host, generated
+
+LOGIN_LIBRARY = Path(f"/lib/{get_config_var('MULTIARCH')}/libsystemd.so.0")
 
 UNDEFINED = "ERROR: User id must be defined!\n"
 NO_SESSIONS = "WARNING: Could not get sessions for seat0\n"
@@ -150,6 +154,7 @@ def test_nobody_chooses_between_two_inactive_sessions(seat: Host) -> None:
         {"SESSIONS": "c1"},
         {"SESSIONS": "c1 c2"},
         {"SESSIONS": "c1", "UIDS": ""},
+        {"UIDS": '" "'},
         {"SESSIONS": "c1 c2", "UIDS": "1000 1001", "ACTIVE": "c1"},
         {"SESSIONS": "c1 c2", "UIDS": "1000 1001", "ACTIVE": "c1", "ACTIVE_UID": "none"},
         {"SESSIONS": "c1 c2", "UIDS": "1000 1001", "ACTIVE": "c1", "ACTIVE_UID": "4294967295"},
@@ -192,6 +197,27 @@ def test_without_the_login_library_there_is_no_user(seat: Host) -> None:
     seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1", UIDS="1000")
     seat.file("/opt/broken/libsystemd.so.0", "no library")
     environment = {"LD_LIBRARY_PATH": "/opt/broken"}
+    result = seat.run("--config", "/c", "/out.conf", env=environment)
+    assert result == (1, "", NO_SESSIONS + NO_MONITOR + UNDEFINED)
+    assert not seat.exists()
+
+
+@pytest.mark.parametrize(
+    "function",
+    [
+        "sd_seat_get_active",
+        "sd_seat_get_sessions",
+        "sd_login_monitor_new",
+        "sd_login_monitor_unref",
+        "sd_login_monitor_flush",
+        "sd_login_monitor_get_fd",
+        "sd_login_monitor_get_events",
+        "sd_login_monitor_get_timeout",
+    ],
+)
+def test_a_login_library_that_lacks_a_function_is_none(seat: Host, function: str) -> None:
+    seat.seat(ACTIVE="c1", ACTIVE_UID="1000", SESSIONS="c1", UIDS="1000")
+    environment = seat.library(LOGIN_LIBRARY, without=function)
     result = seat.run("--config", "/c", "/out.conf", env=environment)
     assert result == (1, "", NO_SESSIONS + NO_MONITOR + UNDEFINED)
     assert not seat.exists()
