@@ -1,17 +1,20 @@
 #include "variant_text.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 
 #include <glib-object.h>
 #include <gtest/gtest.h>
 
+#include "support/child_process.h"
 #include "support/log_capture.h"
 
 namespace Cradle::Parser {
 namespace {
 
+using Testing::inChildWithoutDescriptors;
 using Testing::LogCapture;
 
 // A value in GVariant's text form, for example "uint16 7".
@@ -154,6 +157,21 @@ TEST(VariantText, WarnsOfTypesThatItCannotPrint) {
     EXPECT_EQ(variantToString(parsed(row.value)), "") << row.value;
     EXPECT_EQ(log.text(), "WARNING: Unsupported GVariant type '" + std::string(row.type) + "'\n");
   }
+}
+
+// The library stays once it is loaded, so this needs a process in which it has not been.
+TEST(VariantTextDeathTest, GivesNothingWithoutTheLibrary) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto print = [] {
+    GVariant* const value = g_variant_ref_sink(parsed("'text'"));
+    const std::string result = inChildWithoutDescriptors([&] {
+      const LogCapture log(LogCapture::Level::LogDebug);
+      return "[" + variantToString(value) + "]" + log.text();
+    });
+    g_variant_unref(value);
+    std::exit(result == "[]" ? 0 : 1);
+  };
+  EXPECT_EXIT(print(), ::testing::ExitedWithCode(0), "");
 }
 
 // GLib refuses to read a handle as an integer, says so itself and gives 0.

@@ -2,9 +2,11 @@
 #include "generators/seat_user.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <functional>
 #include <string>
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include "generators/login_library.h"
@@ -50,6 +52,19 @@ TEST(SeatUser, IsTheOneWhoseSessionTheLoginManagerCallsActive) {
 
 TEST(SeatUser, IsNotWaitedForWithATimeoutOfZero) {
   EXPECT_EQ(answer([] { return waitForActiveSeatUser(0); }), answer(activeSeatUser));
+}
+
+// A library that is loaded already stands in for any of the same name that is asked for later, so
+// this needs a process in which none has been.
+TEST(SeatUserDeathTest, IsWaitedForWithoutAnEndWithANegativeTimeout) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto wait = [] {
+    if (dlopen(SYSTEMD_STUB, RTLD_NOW) == nullptr) {
+      std::exit(1);
+    }
+    std::exit(waitForActiveSeatUser(-1) == 1000 ? 0 : 2);
+  };
+  EXPECT_EXIT(wait(), ::testing::ExitedWithCode(0), "^look 1\nlook 2\n$");
 }
 
 // Failures

@@ -159,7 +159,7 @@ TEST_F(LogMessages, LeaveTheCallersErrorNumberAlone) {
 }
 
 [[noreturn]] void logToJournal() {
-  if (dlopen(JOURNAL_STUB, RTLD_NOW) != nullptr) {
+  if (dlopen(SYSTEMD_STUB, RTLD_NOW) != nullptr) {
     const auto logger = LoggerConfig::create("a.b", LoggerConfig::LogWarning);
     logger->warning() << "x"
                       << "y";

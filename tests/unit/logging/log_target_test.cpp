@@ -170,7 +170,7 @@ class JournalDeathTest : public ::testing::Test {
   JournalDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
   [[noreturn]] static void show(Level level, std::string_view text) {
-    if (dlopen(JOURNAL_STUB, RTLD_NOW) != nullptr) {
+    if (dlopen(SYSTEMD_STUB, RTLD_NOW) != nullptr) {
       emitLine(makeTarget(Target::TargetSystemd), level, text);
     }
     std::exit(0);
