@@ -17,6 +17,14 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
+if(CRADLE_COVERAGE)
+  # The compiler's own branches are no concern of a test: whether another thread is just making the
+  # same static variable. Processes that end without exit handlers call __gcov_dump.
+  add_compile_options(--coverage -O0 -fprofile-abs-path
+                      $<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>)
+  add_link_options(--coverage -Wl,--undefined=__gcov_dump)
+endif()
+
 if(CRADLE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)

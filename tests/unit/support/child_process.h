@@ -12,6 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/coverage.h"
 #include "support/log_capture.h"
 
 namespace Cradle::Testing {
@@ -21,6 +22,7 @@ namespace Cradle::Testing {
                                     int output) noexcept {
   const std::string result = action();
   const ssize_t sent = write(output, result.data(), result.size());
+  keepCounts();
   _exit(sent == static_cast<ssize_t>(result.size()) ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
