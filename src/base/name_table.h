@@ -24,7 +24,7 @@ class NameTable {
     explicit Entry(std::string_view entryName) : name(entryName) {}
 
     std::string_view name;
-    Record record;
+    Record record{};
   };
 
   // The record of that name, or null.

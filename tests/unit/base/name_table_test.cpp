@@ -39,6 +39,16 @@ TEST_F(NameTableTest, MakesARecordOnFirstUse) {
   EXPECT_EQ(table_.entries().size(), 1U);
 }
 
+TEST_F(NameTableTest, MakesAnEmptyRecordInMemoryThatWasUsed) {
+  const auto make = [&](int number) {
+    NameTable<int> table;
+    int& record = table.findOrMake("a", memory_).record;
+    return std::exchange(record, number);
+  };
+  EXPECT_EQ(make(7), 0);
+  EXPECT_EQ(make(7), 0);
+}
+
 TEST_F(NameTableTest, TellsAllNamesApart) {
   const std::string_view names[] = {"", "a", "A", "a ", std::string_view("a\0", 2), "aa"};
   for (int i = 0; i < 6; ++i) {
