@@ -4,15 +4,18 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include <sys/wait.h>
 
+#include "base/file_descriptor.h"
 #include "library_logger.h"
 
 namespace Cradle::Parser {
 namespace {
 
-constexpr int kPieceSize = 1024;
+constexpr std::size_t kBufferSize = 4096;
+constexpr std::size_t kPieceSize = 1023;
 
 std::string commandLine(const std::string& command, std::span<const std::string> arguments) {
   std::string line = command;
@@ -24,13 +27,30 @@ std::string commandLine(const std::string& command, std::span<const std::string>
   return line;
 }
 
+// Not by the stream, which loses what it holds when a signal interrupts it.
 std::string readAll(std::FILE* pipe) {
   std::string output;
-  std::array<char, kPieceSize> piece{};
-  while (std::fgets(piece.data(), kPieceSize, pipe) != nullptr) {
-    output += piece.data();
+  std::array<char, kBufferSize> buffer;
+  for (;;) {
+    const ssize_t count =
+        uninterrupted([&] { return ::read(fileno(pipe), buffer.data(), buffer.size()); });
+    if (count <= 0) {
+      return output;
+    }
+    output.append(buffer.data(), static_cast<std::size_t>(count));
   }
-  return output;
+}
+
+// A piece ends behind its line feed, or where it is full.
+std::string cutPiecesAtNul(std::string_view output) {
+  std::string text;
+  while (!output.empty()) {
+    const std::size_t feed = output.substr(0, kPieceSize).find('\n');
+    const std::string_view piece = output.substr(0, feed == output.npos ? kPieceSize : feed + 1);
+    text += piece.substr(0, piece.find('\0'));
+    output.remove_prefix(piece.size());
+  }
+  return text;
 }
 
 void reportStatus(const std::string& command, int status) {
@@ -58,6 +78,9 @@ std::string runCommand(const std::string& command, std::span<const std::string> 
   std::string output = readAll(pipe);
   result = pclose(pipe);
   reportStatus(command, result);
+  if (output.find('\0') != output.npos) {
+    output = cutPiecesAtNul(output);
+  }
   return output;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 
 #include "support/child_process.h"
@@ -62,6 +63,45 @@ TEST(RunCommand, ReadsOutputLongerThanOnePiece) {
     const std::string command = "printf '%0" + std::to_string(length) + "d' 0";
     EXPECT_EQ(run(command).output, std::string(static_cast<std::size_t>(length), '0')) << length;
   }
+}
+
+// A signal every millisecond, each of which interrupts the call that is being made.
+class Interruptions {
+ public:
+  Interruptions() {
+    struct sigaction action {};
+    action.sa_handler = [](int /*signal*/) { interruptions = interruptions + 1; };
+    sigaction(SIGALRM, &action, &before_);
+    setTimer(kMicroseconds);
+  }
+  ~Interruptions() {
+    setTimer(0);
+    sigaction(SIGALRM, &before_, nullptr);
+  }
+  Interruptions(const Interruptions&) = delete;
+  Interruptions& operator=(const Interruptions&) = delete;
+
+  static int count() { return interruptions; }
+
+ private:
+  static constexpr suseconds_t kMicroseconds = 1000;
+
+  static void setTimer(suseconds_t microseconds) {
+    const itimerval timer{{0, microseconds}, {0, microseconds}};
+    setitimer(ITIMER_REAL, &timer, nullptr);
+  }
+
+  inline static volatile std::sig_atomic_t interruptions = 0;
+  struct sigaction before_ {};
+};
+
+TEST(RunCommand, LosesNothingWhenSignalsInterruptIt) {
+  const Interruptions interruptions;
+  const Outcome result = run("for i in 1 2 3 4 5; do printf $i; sleep 0.02; echo .; done");
+  EXPECT_GT(interruptions.count(), 10);
+  EXPECT_EQ(result.output, "1.\n2.\n3.\n4.\n5.\n");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.log, "");
 }
 
 TEST(RunCommand, ReadsManyLines) {
