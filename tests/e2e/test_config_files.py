@@ -316,3 +316,13 @@ def test_an_unreadable_directory_counts_as_empty(host: Host) -> None:
     log = "ERROR: No configuration to read in /noread\n"
     assert host.run(*options, powerless=True) == (1, "", log)
     assert not host.exists()
+
+
+@pytest.mark.parametrize("call", ["openat", "getdents64"])
+def test_a_directory_is_read_whole_though_signals_interrupt_it(host: Host, call: str) -> None:
+    host.conf("[A]\nKey=1\n")
+    host.conf("[A]\nKey=2\n", "/c/20-more.conf")
+    first = ["-P", "/c", "-e", f"inject={call}:error=EINTR:when=1"]
+    assert host.generate(strace=first) == (0, "", "")
+    assert any("INJECTED" in line for line in host.trace())
+    assert host.read() == generated("\n[A]\nKey=1;2\n")
