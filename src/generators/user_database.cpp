@@ -16,8 +16,11 @@ bool makeDirectory(const std::string& path, mode_t mode) {
 }  // namespace
 
 std::optional<User> lookupUser(std::uint32_t uid) {
-  errno = 0;
-  const passwd* const entry = getpwuid(uid);
+  const passwd* entry = nullptr;
+  do {
+    errno = 0;
+    entry = getpwuid(uid);
+  } while (entry == nullptr && errno == EINTR);
   if (entry == nullptr) {
     return std::nullopt;
   }

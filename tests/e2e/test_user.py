@@ -257,6 +257,18 @@ def test_an_unreadable_user_database_is_told_by_its_error(seat: Host) -> None:
     assert not seat.exists()
 
 
+@pytest.mark.parametrize("call", ["openat", "read"])
+@pytest.mark.parametrize("file", ["/etc/nsswitch.conf", "/etc/passwd"])
+def test_the_user_is_found_though_signals_interrupt_the_search(
+    host: Host, file: str, call: str
+) -> None:
+    host.conf("[A]\nKey=${USER}\n")
+    first = ["-P", file, "-e", f"inject={call}:error=EINTR:when=1"]
+    assert host.generate(strace=first) == (0, "", "")
+    assert any("INJECTED" in line for line in host.trace())
+    assert host.read() == of_alice()
+
+
 def test_the_user_is_looked_up_before_any_configuration_is_read(seat: Host) -> None:
     seat.conf("A=${system:touch /read}\n")
     assert seat.run("--user-id", "1234", "--config", "/c", "/out.conf").status == 1
