@@ -11,14 +11,6 @@ def test_a_quote_in_the_instance_name_ends_the_argument_of_a_hook(host: Host) ->
     assert host.read("/srv/proof") == "done\n"
 
 
-def test_a_hook_inherits_no_open_file_but_the_standard_ones(host: Host) -> None:
-    host.conf("[Config]\nKey=1\n")
-    host.script("/c/mount-hooks/a.sh", "ls /proc/self/fd >/descriptors\n")
-    assert host.generate(env={"CRADLE_LOGGING_TARGET": "/run.log"}) == (0, "", "")
-    # The last one is the directory that ls looks at.
-    assert host.read("/descriptors").split() == ["0", "1", "2", "3"]
-
-
 def test_a_hook_inherits_the_environment(host: Host) -> None:
     host.conf("[Config]\nKey=1\n")
     host.script("/c/mount-hooks/a.sh", 'echo "$PATH $EXTRA" >/environment\n')
