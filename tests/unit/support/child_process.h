@@ -12,6 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "config_parser.h"
 #include "support/coverage.h"
 #include "support/log_capture.h"
 
@@ -80,6 +81,7 @@ inline std::string inChildWithoutDescriptors(const std::function<std::string()>&
   return inChildProcess([&] {
     {
       // A sanitizer opens a pipe to look at an object of a class that it has not met before.
+      const Parser::ConfigParser parser(-1);
       const LogCapture log;
       Parser::libraryLogger().warning() << "The log is about to be used";
     }
