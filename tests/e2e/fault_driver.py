@@ -19,7 +19,7 @@ from typing import Any
 PATIENCE = 10.0  # seconds for a run
 PR_SET_CHILD_SUBREAPER = 36
 MOUNTED = {"/dev", "/proc", "/usr"}
-WORK = Path("/work")  # what strace and the streams of the program write
+WORK = Path("/tmp/fault-driver")  # what strace and the streams of the program write
 
 
 def adopt_orphans() -> None:
