@@ -31,8 +31,7 @@ class LineReader {
 
  private:
   enum class State : std::uint8_t { Reading, AtEnd, Failed };
-  using Array =
-      char[];  // NOLINT(modernize-avoid-c-arrays): containers fill what is about to be read
+  using Array = char[];  // NOLINT(modernize-avoid-c-arrays): a container would be filled
 
   bool readMore();
   bool makeRoom();
