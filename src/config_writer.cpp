@@ -17,9 +17,7 @@ OutputFile createForOwner(const std::string& path) {
 }  // namespace
 
 ConfigWriter::ConfigWriter(const std::string& path, Separator separator)
-    : file_(createForOwner(path)),
-      isOpen_(file_.good()),
-      separator_(separator == Separator::Spaced ? " = " : "=") {}
+    : file_(createForOwner(path)), separator_(separator == Separator::Spaced ? " = " : "=") {}
 
 void ConfigWriter::writeLine(std::initializer_list<std::string_view> pieces) {
   line_.clear();

@@ -36,13 +36,12 @@ class ConfigWriter {
   // The text as it is; a newline is added unless it ends with one.
   void writeContent(std::string_view text);
 
-  bool isOpen() const { return isOpen_; }
+  bool isOpen() const { return file_.isOpen(); }
 
  private:
   void writeLine(std::initializer_list<std::string_view> pieces);
 
   OutputFile file_;
-  bool isOpen_;
   std::string_view separator_;
   std::string line_;  // keeps its memory from line to line
 };

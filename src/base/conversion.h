@@ -20,8 +20,8 @@ long convertLong(const std::string& text, bool* ok = nullptr);
 // Decimal floating point; "0x" has no meaning here.
 double convertDouble(const std::string& text, bool* ok = nullptr);
 
-// `value` as printf's "%g" writes it: six significant digits, the shorter of
-// fixed and exponent notation, no trailing zeros.
+// `value` as printf's "%g" writes it: six significant digits, the shorter of fixed and exponent
+// notation, no trailing zeros.
 std::string formatDouble(double value);
 
 }  // namespace Cradle

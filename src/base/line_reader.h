@@ -31,7 +31,7 @@ class LineReader {
 
  private:
   enum class State : std::uint8_t { Reading, AtEnd, Failed };
-  using Array = char[];  // NOLINT(modernize-avoid-c-arrays): a container would be filled
+  using Array = char[];  // NOLINT(modernize-avoid-c-arrays): a vector would zero it first
 
   bool readMore();
   bool makeRoom();

@@ -12,11 +12,11 @@ constexpr mode_t kReadWriteForAll = 0666;
 OutputFile::OutputFile(const std::string& path)
     : owned_(std::in_place, path, O_WRONLY | O_CREAT | O_TRUNC, kReadWriteForAll),
       number_(owned_->number()),
-      good_(owned_->isOpen()) {}
+      good_(isOpen()) {}
 
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : owned_(std::exchange(other.owned_, std::nullopt)),
-      number_(other.number_),
+      number_(std::exchange(other.number_, -1)),
       good_(std::exchange(other.good_, false)) {}
 
 OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {

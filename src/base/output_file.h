@@ -29,7 +29,9 @@ class OutputFile {
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  // Whether the file could be opened, if it was opened here, and nothing written to it has failed.
+  bool isOpen() const { return number_ >= 0; }
+
+  // Whether the file is open and nothing written to it has failed.
   bool good() const { return good_; }
 
   // Writes the whole text (write), with one call unless the system takes only part of it.

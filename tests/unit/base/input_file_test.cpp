@@ -1,6 +1,5 @@
 #include "base/input_file.h"
 
-#include <array>
 #include <optional>
 #include <string>
 

@@ -1,8 +1,10 @@
 #include "base/name_table.h"
 
 #include <map>
+#include <memory_resource>
 #include <random>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <gtest/gtest.h>

@@ -88,7 +88,8 @@ TEST_F(OutputFileTest, IsFailedWhereItIsMovedFrom) {
   OutputFile first(path());
   const OutputFile second(std::move(first));
   EXPECT_TRUE(second.good());
-  EXPECT_FALSE(first.good());  // NOLINT(bugprone-use-after-move): what this is about
+  EXPECT_FALSE(first.good());
+  EXPECT_FALSE(first.isOpen());
   first.write("lost");
   EXPECT_EQ(written(), "");
 }
@@ -159,6 +160,7 @@ TEST_F(OutputFileTest, DropsEverythingAfterAFailure) {
   EXPECT_TRUE(file.good());
   file.write("a");
   EXPECT_FALSE(file.good());
+  EXPECT_TRUE(file.isOpen());
   EXPECT_EQ(written(), "text");
 }
 
