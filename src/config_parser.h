@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "config_value.h"
-#include "known_keys.h"
+#include "value_mode.h"
 
 namespace Cradle::Parser {
 
@@ -63,8 +63,10 @@ class ConfigParser {
   // Drops a key with all its values, if it is there.
   void removeKey(std::string_view group, std::string_view key);
 
-  // The last value of a key that exists, resolved and converted (see base/conversion.h). `ok`,
-  // unless null, tells whether the conversion succeeded.
+  // The last value of a key that exists, resolved and converted. `ok`, unless null, tells whether
+  // the whole text was a value of that type: "true" or "false"; a decimal number; or for integers a
+  // hexadecimal one that begins with "0x". What could be read of it is stored all the same, false
+  // or 0 where nothing could.
   void getValue(std::string_view group, std::string_view key, std::string& out) const;
   void getValue(std::string_view group, std::string_view key, bool& out, bool* ok = nullptr) const;
   void getValue(std::string_view group, std::string_view key, int& out, bool* ok = nullptr) const;

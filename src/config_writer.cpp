@@ -1,6 +1,10 @@
 #include "config_writer.h"
 
+#include <initializer_list>
+
 #include <sys/stat.h>
+
+#include "base/output_file.h"
 
 namespace Cradle::Parser {
 namespace {
@@ -16,32 +20,47 @@ OutputFile createForOwner(const std::string& path) {
 
 }  // namespace
 
-ConfigWriter::ConfigWriter(const std::string& path, Separator separator)
-    : file_(createForOwner(path)), separator_(separator == Separator::Spaced ? " = " : "=") {}
+struct ConfigWriter::Implementation {
+  Implementation(const std::string& path, Separator kind)
+      : file(createForOwner(path)), separator(kind == Separator::Spaced ? " = " : "=") {}
 
-void ConfigWriter::writeLine(std::initializer_list<std::string_view> pieces) {
-  line_.clear();
-  for (const std::string_view piece : pieces) {
-    line_ += piece;
+  void writeLine(std::initializer_list<std::string_view> pieces) {
+    line.clear();
+    for (const std::string_view piece : pieces) {
+      line += piece;
+    }
+    line += '\n';
+    file.write(line);
   }
-  line_ += '\n';
-  file_.write(line_);
+
+  OutputFile file;
+  std::string_view separator;
+  std::string line;  // keeps its memory from line to line
+};
+
+ConfigWriter::ConfigWriter(const std::string& path, Separator separator)
+    : implementation_(std::make_unique<Implementation>(path, separator)) {}
+
+ConfigWriter::~ConfigWriter() = default;
+
+bool ConfigWriter::isOpen() const {
+  return implementation_->file.isOpen();
 }
 
 void ConfigWriter::writeComment(std::string_view text) {
-  writeLine({"# ", text});
+  implementation_->writeLine({"# ", text});
 }
 
 void ConfigWriter::writeGroup(std::string_view name) {
-  writeLine({"[", name, "]"});
+  implementation_->writeLine({"[", name, "]"});
 }
 
 void ConfigWriter::writeEmptyLine() {
-  writeLine({});
+  implementation_->writeLine({});
 }
 
 void ConfigWriter::writeValue(std::string_view key, std::string_view value) {
-  writeLine({key, separator_, value});
+  implementation_->writeLine({key, implementation_->separator, value});
 }
 
 void ConfigWriter::writeValue(std::string_view key, const char* value) {
@@ -58,9 +77,9 @@ void ConfigWriter::writeValue(std::string_view key, std::int32_t value) {
 
 void ConfigWriter::writeContent(std::string_view text) {
   if (text.ends_with('\n')) {
-    file_.write(text);
+    implementation_->file.write(text);
   } else {
-    writeLine({text});
+    implementation_->writeLine({text});
   }
 }
 

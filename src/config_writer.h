@@ -7,11 +7,9 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
-
-#include "base/output_file.h"
 
 namespace Cradle::Parser {
 
@@ -23,6 +21,9 @@ class ConfigWriter {
   // Creates the file with mode 0600 whatever the process's mask (umask), or truncates an existing
   // one, which keeps its mode.
   ConfigWriter(const std::string& path, Separator separator);
+  ~ConfigWriter();
+  ConfigWriter(const ConfigWriter&) = delete;
+  ConfigWriter& operator=(const ConfigWriter&) = delete;
 
   void writeComment(std::string_view text);  // "# " and the text
   void writeGroup(std::string_view name);    // the name in square brackets
@@ -36,14 +37,12 @@ class ConfigWriter {
   // The text as it is; a newline is added unless it ends with one.
   void writeContent(std::string_view text);
 
-  bool isOpen() const { return file_.isOpen(); }
+  bool isOpen() const;
 
  private:
-  void writeLine(std::initializer_list<std::string_view> pieces);
+  struct Implementation;
 
-  OutputFile file_;
-  std::string_view separator_;
-  std::string line_;  // keeps its memory from line to line
+  std::unique_ptr<Implementation> implementation_;
 };
 
 }  // namespace Cradle::Parser

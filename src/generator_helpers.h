@@ -1,6 +1,8 @@
 // What any generator does with the static fragments and mount hooks of a configuration directory.
 //
-// Neither function stops at a bad file or script (see file_walk.h).
+// Files and scripts are taken in ascending byte order of their paths. Neither function stops at a
+// bad one: what cannot be read is passed over silently, and a failing script counts with the lines
+// that it did print.
 #pragma once
 
 #include <span>

@@ -11,14 +11,9 @@
 #include <unordered_map>
 
 #include "config_value.h"
+#include "value_mode.h"
 
 namespace Cradle::Parser {
-
-// What a file's assignment does to the earlier values of the key. Any other mode takes no values.
-enum ValueMode : std::uint32_t {
-  SingleValue = 0,  // replaces them
-  ValueList = 1,    // is appended to them
-};
 
 class KnownKeys {
  public:

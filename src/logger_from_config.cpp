@@ -5,6 +5,7 @@
 #include <string>
 
 #include "config_parser.h"
+#include "logging/log_level.h"
 #include "logging/logger_config.h"
 
 namespace Cradle::Parser::Logging {

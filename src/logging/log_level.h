@@ -1,15 +1,13 @@
-// The five levels of a log message: their order, their names and their journal priorities.
+// What the levels of a log message are called, and their journal priorities.
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
-namespace Cradle::Parser::Logging {
+#include "logging/level.h"
 
-// A smaller value is more severe. Used as LoggerConfig::Level.
-enum class Level : std::int32_t { LogCritical, LogError, LogWarning, LogInfo, LogDebug };
+namespace Cradle::Parser::Logging {
 
 struct LevelRow {
   Level level;

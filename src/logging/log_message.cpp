@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include "base/text.h"
+#include "logging/log_target.h"
 #include "logging/logger_config.h"
 
 namespace Cradle::Parser::Logging {

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "logging/log_level.h"
-#include "logging/log_target.h"
+#include "logging/level.h"
+#include "logging/target.h"
 
 namespace Cradle::Parser::Logging {
 

@@ -9,6 +9,7 @@
 #include "base/systemd_library.h"
 #include "base/table.h"
 #include "base/text.h"
+#include "logging/log_level.h"
 
 namespace Cradle::Parser::Logging {
 namespace {

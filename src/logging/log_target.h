@@ -1,27 +1,14 @@
-// Where log lines go: the systemd journal, standard output, standard error or a file.
-//
-// A target shares its file, so a message under construction keeps the file that it captured open
-// even when the logger moves on. Lines to a file that is missing or has failed before are dropped,
-// and so are lines to the journal on a host without the systemd client library.
+// How log targets are made, named and asked, and how lines are sent to them.
 #pragma once
 
-#include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "base/output_file.h"
-#include "logging/log_level.h"
+#include "logging/level.h"
+#include "logging/target.h"
 
 namespace Cradle::Parser::Logging {
-
-// Used as LoggerConfig::Target.
-enum class Target : std::int32_t { TargetSystemd, TargetStdout, TargetStderr, TargetFile };
-
-struct LogTarget {
-  Target target = Target::TargetFile;
-  std::shared_ptr<OutputFile> file;  // null for the journal and for a target that drops all
-};
 
 // The target with its standard file, if it has one.
 LogTarget makeTarget(Target target);

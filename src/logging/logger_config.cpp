@@ -9,6 +9,8 @@
 
 #include "base/character_set.h"
 #include "base/conversion.h"
+#include "logging/log_level.h"
+#include "logging/log_target.h"
 #include "logging/logger_registry.h"
 
 namespace Cradle::Parser::Logging {

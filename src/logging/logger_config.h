@@ -9,9 +9,9 @@
 #include <memory>
 #include <string>
 
-#include "logging/log_level.h"
+#include "logging/level.h"
 #include "logging/log_message.h"
-#include "logging/log_target.h"
+#include "logging/target.h"
 
 namespace Cradle::Parser {
 class ConfigParser;
@@ -56,8 +56,9 @@ class LoggerConfig {
   bool setLevel(const std::string& value);
   bool setLevel(const ConfigParser* config);
 
-  // A target other than TargetFile; a text as for convertTargetFromString(); or the configuration's
-  // "LogTarget" (true when absent or empty). `config` must not be null.
+  // A target other than TargetFile; "systemd", "stdout", "stderr" or an absolute path, in any case;
+  // or the configuration's "LogTarget" (true when absent or empty). A path is lower-cased like the
+  // rest, and its file created or truncated. `config` must not be null.
   bool setTarget(Target target);
   bool setTarget(const std::string& value);
   bool setTarget(const ConfigParser* config);

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "logging/log_level.h"
 #include "logging/logger_config.h"
 #include "support/empty_logger_registry.h"
 #include "support/lower_case_path.h"

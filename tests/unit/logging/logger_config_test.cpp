@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "logging/log_level.h"
 #include "support/child_process.h"
 #include "support/empty_logger_registry.h"
 #include "support/logger_level.h"
