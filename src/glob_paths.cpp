@@ -7,26 +7,23 @@
 #include <glob.h>
 #include <sys/stat.h>
 
+#include "base/uninterrupted.h"
+
 namespace Cradle::Parser {
 namespace {
 
 // A directory that a signal interrupts would count as missing, or as one that ends there.
 
 void* openDirectory(const char* path) {
-  DIR* directory = nullptr;
-  do {
-    directory = opendir(path);
-  } while (directory == nullptr && errno == EINTR);
-  return directory;
+  return uninterrupted([&] { return opendir(path); });
 }
 
 dirent* readDirectory(void* directory) {
   const int before = errno;  // glob's callers may ask for the last error, and the end is none
-  dirent* entry = nullptr;
-  do {
+  dirent* const entry = uninterrupted([&] {
     errno = 0;
-    entry = readdir(static_cast<DIR*>(directory));
-  } while (entry == nullptr && errno == EINTR);
+    return readdir(static_cast<DIR*>(directory));
+  });
   errno = errno == 0 ? before : errno;
   return entry;
 }

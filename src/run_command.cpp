@@ -7,8 +7,9 @@
 #include <string_view>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
-#include "base/file_descriptor.h"
+#include "base/uninterrupted.h"
 #include "library_logger.h"
 
 namespace Cradle::Parser {

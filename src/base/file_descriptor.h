@@ -1,27 +1,17 @@
 // An open file of the operating system, closed with its owner.
 //
-// Files are opened so that the programs which this one starts do not inherit them. A call that a
-// signal interrupts is made again.
+// Files are opened so that the programs which this one starts do not inherit them.
 #pragma once
 
-#include <cerrno>
 #include <string>
 #include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace Cradle {
+#include "base/uninterrupted.h"
 
-// The result of `call`, which is made until no signal interrupts it.
-template <typename Call>
-auto uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) {
-    result = call();
-  }
-  return result;
-}
+namespace Cradle {
 
 class FileDescriptor {
  public:

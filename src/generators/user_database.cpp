@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/uninterrupted.h"
+
 namespace Cradle::Generators {
 namespace {
 
@@ -16,11 +18,10 @@ bool makeDirectory(const std::string& path, mode_t mode) {
 }  // namespace
 
 std::optional<User> lookupUser(std::uint32_t uid) {
-  const passwd* entry = nullptr;
-  do {
+  const passwd* const entry = uninterrupted([&] {
     errno = 0;
-    entry = getpwuid(uid);
-  } while (entry == nullptr && errno == EINTR);
+    return getpwuid(uid);
+  });
   if (entry == nullptr) {
     return std::nullopt;
   }

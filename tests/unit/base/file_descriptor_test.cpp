@@ -60,29 +60,7 @@ TEST(FileDescriptor, HandsItsFileOn) {
   EXPECT_FALSE(isOpen(number));
 }
 
-TEST(Uninterrupted, RepeatsACallUntilNoSignalInterruptsIt) {
-  int calls = 0;
-  const int result = uninterrupted([&] {
-    errno = EINTR;
-    return ++calls < 3 ? -1 : 7;
-  });
-  EXPECT_EQ(result, 7);
-  EXPECT_EQ(calls, 3);
-}
-
 // Failures
-
-TEST(Uninterrupted, LeavesAnyOtherFailureToTheCaller) {
-  int calls = 0;
-  const int result = uninterrupted([&] {
-    errno = EIO;
-    ++calls;
-    return -1;
-  });
-  EXPECT_EQ(result, -1);
-  EXPECT_EQ(errno, EIO);
-  EXPECT_EQ(calls, 1);
-}
 
 TEST(FileDescriptor, IsNotOpenWhereTheFileCannotBeOpened) {
   errno = 0;
