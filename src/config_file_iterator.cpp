@@ -107,6 +107,9 @@ bool ConfigFileIterator::takeKey() {
 
 void ConfigFileIterator::reject(std::string_view reason) {
   info_.failed = true;
+  if (info_.rejected != nullptr) {
+    info_.rejected->push_back({lineNumber_, reason, std::string(line_)});
+  }
   libraryLogger().error() << reason << info_.path << " (" << lineNumber_ << "): '" << line_ << "'";
 }
 

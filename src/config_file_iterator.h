@@ -37,6 +37,9 @@ class ConfigFileIterator {
   std::string_view key() const { return key_; }
   std::string_view value() const { return value_; }
 
+  // The number of the last line read, which is that of the current entry.
+  std::uint32_t lineNumber() const { return lineNumber_; }
+
  private:
   bool readLine();
   bool takeLine();

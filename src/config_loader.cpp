@@ -3,8 +3,9 @@
 #include <string>
 #include <utility>
 
-#include "base/text.h"
+#include "assigned_parts.h"
 #include "config_file_iterator.h"
+#include "config_files.h"
 #include "config_parser_implementation.h"
 #include "glob_paths.h"
 #include "library_logger.h"
@@ -13,9 +14,6 @@
 namespace Cradle::Parser {
 namespace {
 
-constexpr std::string_view kFilePattern = "*.conf";
-constexpr char kPartSeparator = ';';
-
 std::string withTrailingSlash(std::string directory) {
   if (!directory.ends_with('/')) {
     directory += '/';
@@ -23,11 +21,11 @@ std::string withTrailingSlash(std::string directory) {
   return directory;
 }
 
-std::vector<std::string> configFiles(const std::string& directory) {
-  return sortedGlobPaths(withTrailingSlash(directory).append(kFilePattern));
-}
-
 }  // namespace
+
+std::vector<std::string> configFiles(const std::string& directory) {
+  return sortedGlobPaths(withTrailingSlash(directory).append(kConfigFilePattern));
+}
 
 void ConfigParser::storeEntry(std::string_view group, std::string_view key,
                               std::string_view rawValue) {
@@ -40,13 +38,10 @@ void ConfigParser::storeEntry(std::string_view group, std::string_view key,
     }
     mode = *known;
   }
-  if (rawValue.empty()) {
-    self.store.remove(group, key);
-    return;
-  }
-  forEachPart(rawValue, kPartSeparator, [&](std::string_view part) {
+  const auto clear = [&] { self.store.remove(group, key); };
+  forEachAssignedPart(rawValue, clear, [&](std::string_view part) {
     ConfigValue value;
-    if (part.empty() || !expand(self.templates, part, value)) {
+    if (!expand(self.templates, part, value)) {
       return;
     }
     if (mode == SingleValue) {

@@ -1,5 +1,7 @@
 #include "config_parser.h"
 
+#include <utility>
+
 #include "config_parser_implementation.h"
 #include "library_logger.h"
 
@@ -12,6 +14,10 @@ ConfigParser::~ConfigParser() = default;
 
 void ConfigParser::addTemplate(const std::string& name, const std::string& value) {
   implementation_->templates.addTemplate(name, value);
+}
+
+const TemplateContext& ConfigParser::templates() const {
+  return implementation_->templates;
 }
 
 void ConfigParser::addKnownKey(std::string_view group, std::string_view key, std::uint32_t mode) {
@@ -32,6 +38,10 @@ bool ConfigParser::hasKey(std::string_view group, std::string_view key) const {
     libraryLogger().warning() << group << "/" << key << " has not been added to the parser";
   }
   return hasValue(group, key);
+}
+
+void ConfigParser::addValue(std::string_view group, std::string_view key, ConfigValue value) {
+  implementation_->store.append(group, key, std::move(value));
 }
 
 void ConfigParser::removeKey(std::string_view group, std::string_view key) {

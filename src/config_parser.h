@@ -21,6 +21,8 @@
 
 namespace Cradle::Parser {
 
+class TemplateContext;
+
 enum class LoadResult : std::uint8_t {
   Loaded = 0,
   NothingToLoad = 1,         // no directory held a "*.conf" file
@@ -37,6 +39,9 @@ class ConfigParser {
 
   // Registers "${name}" for the loads to come. The first value given for a name stays.
   void addTemplate(const std::string& name, const std::string& value);
+
+  // What templates in values draw on.
+  const TemplateContext& templates() const;
 
   // Declares a key with its ValueMode. The first mode given stays.
   void addKnownKey(std::string_view group, std::string_view key, std::uint32_t mode);
@@ -59,6 +64,9 @@ class ConfigParser {
 
   // The same as hasValue, and a warning where keys are declared and this one is not.
   bool hasKey(std::string_view group, std::string_view key) const;
+
+  // Adds a value behind the earlier ones of its key, as an assignment in a file does.
+  void addValue(std::string_view group, std::string_view key, ConfigValue value);
 
   // Drops a key with all its values, if it is there.
   void removeKey(std::string_view group, std::string_view key);

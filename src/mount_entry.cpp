@@ -16,39 +16,39 @@ bool typeIsAllowed(std::string_view type) {
   return type == "none" || type == "tmpfs" || type == "devpts";
 }
 
+std::string unexpected(std::string_view what, std::string_view allowed, std::string_view value,
+                       const std::string& entry) {
+  std::string fault(what);
+  fault.append(" must be ").append(allowed).append(" instead of '").append(value);
+  return fault.append("' in mount entry: ").append(entry);
+}
+
 }  // namespace
 
-bool validateMountEntry(const std::string& entry) {
+std::string mountEntryFault(const std::string& entry) {
   const auto fields = split(entry, ' ', EmptyParts::DropTrailing);
   if (fields.size() != kFieldCount) {
     // Also said of too many.
-    libraryLogger().error() << "Not enough parts in mount entry: " << entry;
-    return false;
+    return "Not enough parts in mount entry: " + entry;
   }
-  const std::string_view source = fields[0];
-  const std::string_view type = fields[2];
-  const std::string_view dump = fields[4];
-  const std::string_view backup = fields[5];
-  if (!sourceIsAllowed(source)) {
-    libraryLogger().error() << "Mount entry must begin with '/' or be 'tmpfs' or 'none': " << entry;
-    return false;
+  if (!sourceIsAllowed(fields[0])) {
+    return "Mount entry must begin with '/' or be 'tmpfs' or 'none': " + entry;
   }
-  if (!typeIsAllowed(type)) {
-    libraryLogger().error() << "File system type must be 'none' or 'tmpfs' instead of '" << type
-                            << "' in mount entry: " << entry;
-    return false;
+  if (!typeIsAllowed(fields[2])) {
+    return unexpected("File system type", "'none' or 'tmpfs'", fields[2], entry);
   }
-  if (dump != "0") {
-    libraryLogger().error() << "Dump value must be '0' instead of '" << dump
-                            << "' in mount entry: " << entry;
-    return false;
+  if (fields[4] != "0") {
+    return unexpected("Dump value", "'0'", fields[4], entry);
   }
-  if (backup != "0") {
-    libraryLogger().error() << "Backup value must be '0' instead of '" << backup
-                            << "' in mount entry: " << entry;
-    return false;
+  return fields[5] == "0" ? "" : unexpected("Backup value", "'0'", fields[5], entry);
+}
+
+bool validateMountEntry(const std::string& entry) {
+  const std::string fault = mountEntryFault(entry);
+  if (!fault.empty()) {
+    libraryLogger().error() << fault;
   }
-  return true;
+  return fault.empty();
 }
 
 }  // namespace Cradle::Parser

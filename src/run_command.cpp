@@ -11,6 +11,7 @@
 
 #include "base/uninterrupted.h"
 #include "library_logger.h"
+#include "side_effects.h"
 
 namespace Cradle::Parser {
 namespace {
@@ -70,6 +71,10 @@ std::string runCommand(const std::string& command, std::span<const std::string> 
                        std::int32_t* status) {
   std::int32_t ignored = 0;
   std::int32_t& result = status == nullptr ? ignored : *status;
+  if (isRefused(command)) {
+    result = -1;
+    return "";
+  }
   std::FILE* const pipe = popen(commandLine(command, arguments).c_str(), "r");
   if (pipe == nullptr) {
     libraryLogger().error() << "Failed to execute '" << command << "': " << std::strerror(errno);

@@ -12,6 +12,7 @@ namespace Cradle::Parser {
 // first NUL. Quotes inside an argument are not escaped. `status`, unless null, receives the raw
 // wait status, or -1 when the command could not be started. Failures to start or close and exit
 // codes other than 0 are logged with the command, without its arguments; death by a signal is not.
+// A command that is refused (see side_effects.h) counts as one that could not be started.
 std::string runCommand(const std::string& command, std::span<const std::string> arguments,
                        std::int32_t* status = nullptr);
 

@@ -5,6 +5,7 @@
 
 #include "library_logger.h"
 #include "template_evaluator.h"
+#include "template_scan.h"
 
 namespace Cradle::Parser {
 namespace {
@@ -29,32 +30,21 @@ bool substitute(const TemplateContext& context, std::string_view spec, std::stri
 }  // namespace
 
 bool expand(const TemplateContext& context, std::string_view input, ConfigValue& out) {
-  std::size_t dollar = input.find('$');
-  std::string text(input.substr(0, dollar));
-  while (dollar != std::string_view::npos) {
-    std::size_t position = dollar + 2;
-    const std::string_view rest = input.substr(dollar + 1);
-    if (rest.starts_with('$')) {
-      text += '$';
-    } else if (rest.starts_with('{')) {
-      const std::size_t end = rest.find('}');
-      if (end == std::string_view::npos) {
-        libraryLogger().error() << "Invalid template substitution, missing '}': " << input;
-        return false;
-      }
-      if (!substitute(context, rest.substr(1, end - 1), text, out)) {
-        return false;
-      }
-      position = dollar + 1 + end + 1;
-    } else {
+  std::string text;
+  const auto put = [&](std::string_view spec) { return substitute(context, spec, text, out); };
+  switch (scanTemplates(input, text, put)) {
+    case ScanResult::Complete:
+      out.setText(std::move(text));
+      return true;
+    case ScanResult::Unclosed:
+      libraryLogger().error() << "Invalid template substitution, missing '}': " << input;
+      return false;
+    case ScanResult::StrayDollar:
       libraryLogger().error() << "'$' must be followed by '{' or '$': " << input;
       return false;
-    }
-    dollar = input.find('$', position);
-    text += input.substr(position, dollar - position);
+    default:
+      return false;
   }
-  out.setText(std::move(text));
-  return true;
 }
 
 }  // namespace Cradle::Parser

@@ -1,7 +1,6 @@
-// The template scanner: finds the substitutions "${...}" in a raw value and puts together what they
-// yield. "$$" is a literal dollar sign.
+// The template scanner: finds the substitutions in a raw value (see template_scan.h) and puts
+// together what they yield.
 //
-// A single pass: text that a substitution produced is never scanned again, and braces do not nest.
 // One failing substitution fails the whole value; the cause has been logged by then.
 #pragma once
 

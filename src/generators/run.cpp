@@ -17,8 +17,8 @@ bool loadConfiguration(Parser::ConfigParser& parser, const std::vector<std::stri
 
 }  // namespace
 
-std::unique_ptr<Run> prepareRun(const RunKind& kind, const std::vector<std::string>& directories,
-                                const RunFacts& given) {
+std::unique_ptr<Run> settleRun(const RunKind& kind, const std::vector<std::string>& directories,
+                               const RunFacts& given) {
   RunFacts facts = given;
   const GeneratedUser user =
       kind.readsGenerated ? resolveGeneratedUser(directories, facts) : resolveUser(facts);
@@ -34,7 +34,13 @@ std::unique_ptr<Run> prepareRun(const RunKind& kind, const std::vector<std::stri
     addNamedTemplates(run->parser, facts, kind.definesOdmDirectory);
     run->hookArguments = hookArguments(facts);
   }
-  return loadConfiguration(run->parser, directories) ? std::move(run) : nullptr;
+  return run;
+}
+
+std::unique_ptr<Run> prepareRun(const RunKind& kind, const std::vector<std::string>& directories,
+                                const RunFacts& given) {
+  std::unique_ptr<Run> run = settleRun(kind, directories, given);
+  return run && loadConfiguration(run->parser, directories) ? std::move(run) : nullptr;
 }
 
 }  // namespace Cradle::Generators

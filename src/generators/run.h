@@ -36,9 +36,14 @@ struct Run {
   std::vector<std::string> hookArguments;  // empty when they do
 };
 
-// Settles the user, loads the directories and returns the run, or null with an error logged.
-// `given` holds the user id (kUnknownUser for detection), instance and base uid of the command
-// line.
+// Settles for whom a run is, and defines its named templates. Null, with an error logged, where
+// nobody is known. `given` holds the user id (kUnknownUser for detection), instance and base uid of
+// the command line.
+std::unique_ptr<Run> settleRun(const RunKind& kind, const std::vector<std::string>& directories,
+                               const RunFacts& given);
+
+// The same, with the directories loaded. Null, with an error logged, also where these are no valid
+// configuration.
 std::unique_ptr<Run> prepareRun(const RunKind& kind, const std::vector<std::string>& directories,
                                 const RunFacts& given);
 

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "base/uninterrupted.h"
+#include "side_effects.h"
 
 namespace Cradle::Generators {
 namespace {
@@ -29,6 +30,9 @@ std::optional<User> lookupUser(std::uint32_t uid) {
 }
 
 bool makeUserDirectory(const std::string& path, mode_t mode, std::uint32_t uid) {
+  if (Parser::isRefused(path)) {
+    return true;
+  }
   if (uid == 0) {
     return makeDirectory(path, mode);
   }

@@ -23,7 +23,8 @@ std::optional<User> lookupUser(std::uint32_t uid);
 
 // Makes the directory `path` with `mode` (mkdir); one that exists is accepted as it is. For a `uid`
 // other than 0 the user and the user's primary group become its owners (lchown), which an unknown
-// user and a failing change of owner prevent. False on failure, with errno set.
+// user and a failing change of owner prevent. False on failure, with errno set. One that is refused
+// (see side_effects.h) counts as made.
 bool makeUserDirectory(const std::string& path, mode_t mode, std::uint32_t uid);
 
 }  // namespace Cradle::Generators

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -282,6 +283,32 @@ TEST(ConfigFileIterator, HoldsTheEntryBehindABadLine) {
   ++entry;
   EXPECT_EQ(entryOf(entry), "[] B=2\n");
   EXPECT_TRUE(info.failed);
+}
+
+TEST(ConfigFileIterator, TellsTheLineOfEachEntry) {
+  const TemporaryDirectory directory;
+  ConfigFileInfo info(directory.write("test.conf", "#\nA=1\n\n[G]\nB=2\n"));
+  ConfigFileIterator entry(info, false);
+  EXPECT_EQ(entry.lineNumber(), 2U);
+  ++entry;
+  EXPECT_EQ(entry.lineNumber(), 5U);
+}
+
+TEST(ConfigFileIterator, PutsBadLinesIntoTheListThatItIsGiven) {
+  const LogCapture log;
+  const TemporaryDirectory directory;
+  ConfigFileInfo info(directory.write("test.conf", "bad\nA=1\n[bad/group]\n"));
+  std::vector<RejectedLine> lines;
+  info.rejected = &lines;
+  ConfigFileIterator entry(info, false);
+  ++entry;
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].number, 1U);
+  EXPECT_EQ(lines[0].reason, "Could not parse line as key in ");
+  EXPECT_EQ(lines[0].text, "bad");
+  EXPECT_EQ(lines[1].number, 3U);
+  EXPECT_EQ(lines[1].reason, "Group name contains invalid characters in ");
+  EXPECT_EQ(lines[1].text, "[bad/group]");
 }
 
 TEST(ConfigFileIterator, KeepsTheGroupBeforeABadGroupLine) {

@@ -11,6 +11,7 @@
 #include "support/dconf_database.h"
 #include "support/log_capture.h"
 #include "support/users.h"
+#include "template_context.h"
 
 namespace Cradle::Parser {
 namespace {
@@ -149,6 +150,18 @@ TEST_F(Parser, KeepsTheFirstModeOfADeclaredKey) {
   parser_.addKnownKey("G", "K", ValueList);
   ASSERT_TRUE(loadText(parser_, "[G]\nK=1;2\n"));
   EXPECT_EQ(valuesOf(parser_, "G", "K"), "|2|");
+}
+
+TEST_F(Parser, TakesValuesAsFilesGiveThem) {
+  ASSERT_TRUE(loadText(parser_, "[G]\nK=1\n"));
+  parser_.addValue("G", "K", ConfigValue("2;3"));
+  EXPECT_EQ(valuesOf(parser_, "G", "K"), "|1|2;3|");
+}
+
+TEST_F(Parser, ShowsWhatItsTemplatesDrawOn) {
+  parser_.addTemplate("NAME", "value");
+  ASSERT_NE(parser_.templates().find("NAME"), nullptr);
+  EXPECT_EQ(*parser_.templates().find("NAME"), "value");
 }
 
 // Failures

@@ -88,6 +88,7 @@ TEST(MountEntry, RefusesTheFirstBrokenRuleWithItsMessage) {
     const LogCapture log;
     EXPECT_FALSE(validateMountEntry(refusal.entry)) << refusal.entry;
     EXPECT_EQ(log.text(), "ERROR: " + std::string(refusal.message) + "\n") << refusal.entry;
+    EXPECT_EQ(mountEntryFault(refusal.entry), refusal.message) << refusal.entry;
   }
 }
 

@@ -1,0 +1,64 @@
+#include "side_effects.h"
+
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "generators/user_database.h"
+#include "run_command.h"
+#include "support/log_capture.h"
+#include "support/temporary_directory.h"
+
+namespace Cradle::Parser {
+namespace {
+
+using Testing::LogCapture;
+using Testing::TemporaryDirectory;
+
+std::string toldRefusals;
+
+void note(const std::string& what) {
+  toldRefusals += what + "\n";
+}
+
+// Nothing is done while a test of these runs.
+class SideEffects : public ::testing::Test {
+ protected:
+  SideEffects() {
+    toldRefusals.clear();
+    refuseSideEffects(note);
+  }
+  ~SideEffects() override { refuseSideEffects(nullptr); }
+};
+
+TEST_F(SideEffects, AreToldWhereTheyAreRefused) {
+  EXPECT_TRUE(isRefused("one"));
+  EXPECT_TRUE(isRefused("two"));
+  EXPECT_EQ(toldRefusals, "one\ntwo\n");
+}
+
+TEST_F(SideEffects, AreAllowedAgain) {
+  refuseSideEffects(nullptr);
+  EXPECT_FALSE(isRefused("one"));
+  EXPECT_EQ(toldRefusals, "");
+}
+
+TEST_F(SideEffects, IncludeCommands) {
+  const LogCapture log;
+  std::int32_t status = 0;
+  EXPECT_EQ(runCommand("echo x", {}, &status), "");
+  EXPECT_EQ(status, -1);
+  EXPECT_EQ(toldRefusals, "echo x\n");
+  EXPECT_EQ(log.text(), "");
+}
+
+TEST_F(SideEffects, IncludeDirectories) {
+  const TemporaryDirectory directory;
+  EXPECT_TRUE(Generators::makeUserDirectory(directory.path("d"), 0750, 0));
+  EXPECT_FALSE(std::filesystem::exists(directory.path("d")));
+  EXPECT_EQ(toldRefusals, directory.path("d") + "\n");
+}
+
+}  // namespace
+}  // namespace Cradle::Parser
