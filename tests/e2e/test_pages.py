@@ -1,4 +1,4 @@
-"""The pages of the documentation: what they show is what comes of it.
+"""The pages of the documentation: what they show is what comes of it, and what they name is there.
 
 After a change that is meant, the output that the pages show is renewed with
 
@@ -7,23 +7,36 @@ After a change that is meant, the output that the pages show is renewed with
 
 import os
 import re
+import shutil
 from pathlib import Path
 
 import pytest
 
 from host import Host
-from pages import ROOT, Page
+from pages import BLOCK, PLACE, ROOT, Page
 
 PAGES = [*sorted(ROOT.glob("*.md")), *sorted(ROOT.glob("docs/*.md"))]
 SESSIONS = [page for page in PAGES if "```console" in page.read_text(encoding="utf-8")]
+DIRECTORIES = {".ci", "bench", "cmake", "conf", "docs", "src", "tests", "tools"}
 
 
 def name_of(page: Path) -> str:
     return page.name
 
 
+def furnish_for_porting(host: Host) -> None:
+    """The host that the page tells of."""
+    shutil.copytree(ROOT / "conf", host.path(f"{PLACE}/conf"))
+    host.file("/etc/os-release", 'PRETTY_NAME="Example OS 1"\n')
+    host.file("/etc/locale.conf", "LANG=fi_FI.UTF-8\n")
+    host.link("/etc/localtime", "/usr/share/zoneinfo/Europe/Helsinki")
+    host.file("/dev/kgsl-3d0")
+
+
 @pytest.mark.parametrize("page", SESSIONS, ids=name_of)
 def test_commands_print_what_the_page_shows(host: Host, page: Path) -> None:
+    if page.name == "porting.md":
+        furnish_for_porting(host)
     text = page.read_text(encoding="utf-8")
     followed = Page(host, text).follow()
     if os.environ.get("CRADLE_PAGES") == "refresh":
@@ -31,14 +44,25 @@ def test_commands_print_what_the_page_shows(host: Host, page: Path) -> None:
     assert followed.splitlines() == text.splitlines()
 
 
+@pytest.mark.parametrize("page", PAGES, ids=name_of)
+def test_the_files_that_a_page_names_are_there(page: Path) -> None:
+    text = BLOCK.sub("", page.read_text(encoding="utf-8"))
+    links = [link for link in re.findall(r"\]\(([^)#]*)", text) if "://" not in link]
+    spans = [span.split()[0] for span in re.findall(r"`([^`]+)`", text)]
+    paths = [span for span in spans if span.partition("/")[0] in DIRECTORIES]
+    assert [link for link in links if not (page.parent / link).exists()] == []
+    assert [path for path in paths if not any(ROOT.glob(path))] == []
+
+
 # --- failures
 
 
 def test_a_page_that_shows_something_else_is_found_out(host: Host) -> None:
-    text = "The file `a/b`:\n\n```\nfirst\n```\n\n```console\n$ cat \\\n  a/b\nother\n$ cat c || true\n```\n"
-    assert Page(host, text).follow() == text.replace(
-        "other\n$ cat c || true\n", "first\n$ cat c || true\ncat: c: No such file or directory\n"
-    )
+    file = "The file `a/b`:\n\n```\nfirst\n```\n"
+    shown = file + "\n```console\n$ cat \\\n  a/b\nother\n$ cat c || true\n```\n"
+    found = "first\n$ cat c || true\ncat: c: No such file or directory\n"
+    page = Page(host, shown)
+    assert page.follow() == shown.replace("other\n$ cat c || true\n", found)
 
 
 @pytest.mark.parametrize(

@@ -20,13 +20,15 @@ def name_of(source: Path) -> str:
 
 def words(picture: Path) -> list[str | None]:
     """The texts of a picture; where they stand depends on the fonts of the machine."""
-    return [text.text for text in ElementTree.parse(picture).iter("{http://www.w3.org/2000/svg}text")]
+    texts = ElementTree.parse(picture).iter("{http://www.w3.org/2000/svg}text")
+    return [text.text for text in texts]
 
 
 @pytest.mark.parametrize("source", SOURCES, ids=name_of)
 def test_a_picture_is_drawn_from_its_source_as_it_is_now(source: Path) -> None:
-    drawn = re.findall("from (.*), sha256 ([0-9a-f]+) ", source.with_suffix(".svg").read_text("utf-8"))
-    assert drawn == [(source.name, hashlib.sha256(source.read_bytes()).hexdigest())]
+    picture = source.with_suffix(".svg").read_text(encoding="utf-8")
+    checksum = hashlib.sha256(source.read_bytes()).hexdigest()
+    assert re.findall("from (.*), sha256 ([0-9a-f]+) ", picture) == [(source.name, checksum)]
 
 
 def test_drawing_again_gives_pictures_with_the_same_words(tmp_path: Path) -> None:
