@@ -8,6 +8,11 @@ endif()
 # Assertions guard against programming errors in every build.
 add_compile_options(-UNDEBUG)
 
+# The same sources make the same program wherever they lie. A debugger wants to find them.
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+endif()
+
 # What the program does not use of a static library stays out of it, and a shared one that it does
 # not use is not loaded.
 add_compile_options(-ffunction-sections -fdata-sections)
