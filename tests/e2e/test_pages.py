@@ -50,8 +50,16 @@ def test_the_files_that_a_page_names_are_there(page: Path) -> None:
     links = [link for link in re.findall(r"\]\(([^)#]*)", text) if "://" not in link]
     spans = [span.split()[0] for span in re.findall(r"`([^`]+)`", text)]
     paths = [span for span in spans if span.partition("/")[0] in DIRECTORIES]
+    paths += [f"tests/e2e/{span}" for span in spans if re.fullmatch(r"test_\w+\.py", span)]
     assert [link for link in links if not (page.parent / link).exists()] == []
     assert [path for path in paths if not any(ROOT.glob(path))] == []
+
+
+def test_the_index_has_a_line_for_each_page() -> None:
+    index = (ROOT / "docs" / "README.md").read_text(encoding="utf-8")
+    linked = re.findall(r"^- \[[^]]+\]\((\S+)\): .", index, re.M)
+    pages = [page.name for page in (ROOT / "docs").glob("*.md") if page.name != "README.md"]
+    assert sorted(linked) == sorted(pages)
 
 
 # --- failures
