@@ -23,7 +23,7 @@ struct ConfigFileInfo {
   explicit ConfigFileInfo(std::string filePath) : path(std::move(filePath)) {}
 
   std::string path;
-  bool failed = false;                       // could not be opened or read, or held a bad line
+  bool failed = false;                            // could not be opened or read, or held a bad line
   std::vector<RejectedLine>* rejected = nullptr;  // gets each bad line, unless null
 };
 
