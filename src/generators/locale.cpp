@@ -7,21 +7,20 @@
 namespace Cradle::Generators {
 namespace {
 
-constexpr std::string_view kSeparators = "_-.";
 constexpr std::string_view kLocaleVariable = "LANG";
 constexpr const char* kHostLocaleFile = "/etc/locale.conf";
 
 }  // namespace
 
 std::optional<Locale> parseLocaleName(std::string_view name) {
-  const std::size_t languageEnd = name.find_first_of(kSeparators);
+  const std::size_t languageEnd = name.find_first_of(kLocaleSeparators);
   if (languageEnd == std::string_view::npos) {
     Parser::libraryLogger().error() << name << ": did not contain language and country";
     return std::nullopt;
   }
   const std::string_view rest = name.substr(languageEnd + 1);
   return Locale{.language = std::string(name.substr(0, languageEnd)),
-                .country = std::string(rest.substr(0, rest.find_first_of(kSeparators)))};
+                .country = std::string(rest.substr(0, rest.find_first_of(kLocaleSeparators)))};
 }
 
 std::optional<Locale> readLocaleFile(const std::string& path) {

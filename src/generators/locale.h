@@ -18,6 +18,9 @@ struct Locale {
   std::string country = "US";
 };
 
+// What separates the pieces of a locale name.
+inline constexpr std::string_view kLocaleSeparators = "_-.";
+
 inline constexpr ConfigKey kLanguageOverride{"Config", "LanguageOverride"};
 inline constexpr ConfigKey kLanguageFilePath{"Config", "LanguageFilePath"};
 

@@ -14,8 +14,6 @@ namespace {
 
 using Parser::libraryLogger;
 
-constexpr ConfigKey kDataRoot{"Config", "DataRoot"};
-constexpr const char* kCrashLogDirectory = "/tmp/cradle/crashlogs";
 constexpr mode_t kCrashLogMode = 0750;
 
 // A path of the host bound to the same place in the container.

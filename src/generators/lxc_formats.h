@@ -8,6 +8,12 @@
 
 namespace Cradle::Generators {
 
+// Where the guest's crash logs are collected.
+inline constexpr const char* kCrashLogDirectory = "/tmp/cradle/crashlogs";
+
+// Decides whether the storage is mounted on its own.
+inline constexpr ConfigKey kDataRoot{"Config", "DataRoot"};
+
 // The path of a configured device: a name that begins with "/" as it is, any other below /dev.
 std::optional<std::string> formatDevicePath(OutputContext& context, const OutputRow& row);
 // Everything before the last "/": "/" where that is the first character, "." where there is none.

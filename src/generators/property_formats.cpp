@@ -11,10 +11,6 @@
 namespace Cradle::Generators {
 namespace {
 
-constexpr ConfigKey kAppIdPrefix{"Config", "AppIdPrefix"};
-constexpr std::string_view kNoMangling = "None";
-constexpr std::string_view kLogLevels = "VDIWEFS";  // verbose, debug, ..., fatal, silent
-
 // The first letter as a capital, or NUL for the empty text.
 char capitalOf(const std::string& text) {
   return text.empty() ? '\0'
@@ -59,7 +55,7 @@ std::optional<std::string> formatHostUser(OutputContext& context, const OutputRo
 
 std::optional<std::string> formatManglingType(OutputContext& context, const OutputRow& row) {
   const std::string type = context.config.text(row.source);
-  if (type != "NoDots") {
+  if (type != kNoDots) {
     reportInvalidValue(row.source, type);
     return std::nullopt;
   }
@@ -101,10 +97,10 @@ std::optional<std::string> formatLogLevel(OutputContext& context, const OutputRo
 
 std::optional<std::string> formatLaunchMode(OutputContext& context, const OutputRow& row) {
   const std::string mode = context.config.text(row.source);
-  if (mode == "fullscreen") {
+  if (mode == kFullscreen) {
     return "1";
   }
-  if (mode == "freeform") {
+  if (mode == kFreeform) {
     return "5";
   }
   reportInvalidValue(row.source, mode, " valid modes are freeform and fullscreen");
@@ -121,12 +117,12 @@ bool manglingTypeIsNotNone(const OutputContext& context, const OutputRow& row) {
 
 bool networkIsTheGuests(const OutputContext& context, const OutputRow& row) {
   const std::string word = context.config.text(row.source);
-  return word != "skip" && word != "disable";
+  return word != kSkippedNetwork && word != kDisabledNetwork;
 }
 
 bool logLevelIsKnown(const OutputContext& context, const OutputRow& row) {
   const char level = capitalOf(context.config.text(row.source));
-  return level != '\0' && kLogLevels.find(level) != std::string_view::npos;
+  return level != '\0' && kLogLevelLetters.find(level) != std::string_view::npos;
 }
 
 bool writeRawLines(OutputContext& context, const OutputRow& row) {

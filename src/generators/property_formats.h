@@ -3,10 +3,23 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "generators/output_row.h"
 
 namespace Cradle::Generators {
+
+// The words that values are compared with.
+inline constexpr std::string_view kNoMangling = "None";
+inline constexpr std::string_view kNoDots = "NoDots";
+inline constexpr std::string_view kFullscreen = "fullscreen";
+inline constexpr std::string_view kFreeform = "freeform";
+inline constexpr std::string_view kSkippedNetwork = "skip";
+inline constexpr std::string_view kDisabledNetwork = "disable";
+inline constexpr std::string_view kLogLevelLetters = "VDIWEFS";  // verbose, debug, ..., silent
+
+// Decides beside the mangling type.
+inline constexpr ConfigKey kAppIdPrefix{"Config", "AppIdPrefix"};
 
 // "force_on" or "force_off".
 std::optional<std::string> formatForced(OutputContext& context, const OutputRow& row);
@@ -34,7 +47,7 @@ inline constexpr Format kForced{"boolean", formatForced};
 inline constexpr Format kBaseName{"path", formatBaseName};
 inline constexpr Format kHostUser{"user name or number", formatHostUser};
 inline constexpr Format kManglingType{"None or NoDots", formatManglingType};
-inline constexpr Format kIsRequired{"text", formatIsRequired};
+inline constexpr Format kIsRequired{"word", formatIsRequired};
 inline constexpr Format kOpenGlVersion{"version", formatOpenGlVersion};
 inline constexpr Format kLanguage{"locale name", formatLanguage};
 inline constexpr Format kCountry{"locale name", formatCountry};
