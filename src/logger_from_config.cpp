@@ -1,12 +1,15 @@
-// The LoggerConfig setters that read a configuration. They stand here, above the logging module,
-// which knows ConfigParser only by name.
+// What reads a configuration for the loggers: LoggerConfig::configure() and two setters. They stand
+// here, above the logging module, which knows ConfigParser only by name.
 
 #include <cassert>
+#include <shared_mutex>
 #include <string>
 
+#include "base/environment.h"
 #include "config_parser.h"
 #include "logging/log_level.h"
 #include "logging/logger_config.h"
+#include "logging/logger_registry.h"
 
 namespace Cradle::Parser::Logging {
 namespace {
@@ -15,6 +18,20 @@ constexpr std::string_view kLoggingGroup = "Logging";
 constexpr std::string_view kTargetKey = "LogTarget";
 
 }  // namespace
+
+void LoggerConfig::configure(const ConfigParser* config) {
+  const std::string levels = getEnvironment("CRADLE_LOGGING", "");
+  const std::string target = getEnvironment("CRADLE_LOGGING_TARGET", "");
+  LoggerRegistry& registry = loggerRegistry();
+  const std::shared_lock lock(registry.mutex);
+  for (const std::shared_ptr<LoggerConfig>& logger : registry.loggers) {
+    if (config != nullptr) {
+      logger->setLevel(config);
+      logger->setTarget(config);
+    }
+    logger->configureFromEnvironment(levels, target);
+  }
+}
 
 bool LoggerConfig::setLevel(const ConfigParser* config) {
   assert(config);
