@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "config_value.h"
+#include "export.h"
 #include "value_mode.h"
 
 namespace Cradle::Parser {
@@ -29,7 +30,7 @@ enum class LoadResult : std::uint8_t {
   InvalidConfiguration = 2,  // a file was unreadable or held a bad line
 };
 
-class ConfigParser {
+class CRADLE_CONFIG_API ConfigParser {
  public:
   // `userId` is the user whose dconf database "dconf" templates read; -1 for none.
   explicit ConfigParser(std::int32_t userId);
@@ -108,8 +109,10 @@ class ConfigParser {
  private:
   struct Implementation;
 
-  void storeEntry(std::string_view group, std::string_view key, std::string_view rawValue);
-  std::span<const ConfigValue> values(std::string_view group, std::string_view key) const;
+  CRADLE_CONFIG_LOCAL void storeEntry(std::string_view group, std::string_view key,
+                                      std::string_view rawValue);
+  CRADLE_CONFIG_LOCAL std::span<const ConfigValue> values(std::string_view group,
+                                                          std::string_view key) const;
 
   std::unique_ptr<Implementation> implementation_;
 };

@@ -13,12 +13,14 @@
 #include <utility>
 #include <vector>
 
+#include "export.h"
+
 namespace Cradle::Parser {
 
 // The group and the key of a value.
 using ValueName = std::pair<std::string, std::string>;
 
-class ConfigValue {
+class CRADLE_CONFIG_API ConfigValue {
  public:
   enum Kind : std::uint32_t { PlainText = 0, TextWithReferences = 1 };
 

@@ -11,9 +11,11 @@
 #include <string>
 #include <string_view>
 
+#include "export.h"
+
 namespace Cradle::Parser {
 
-class ConfigWriter {
+class CRADLE_CONFIG_API ConfigWriter {
  public:
   // What stands between a key and its value.
   enum class Separator : std::uint8_t { Plain, Spaced };  // "=" or " = "

@@ -9,12 +9,15 @@
 #include <string>
 #include <string_view>
 
+#include "export.h"
+
 namespace Cradle::Parser {
 
 // The value of `name` in the file at `path`, or nothing. With `report`, a file that cannot be read
 // to its end gives nothing and is logged as an error, as is a missing variable; without it the
 // reader is silent and gives what stood before the failure.
-std::optional<std::string> readEnvironmentFile(const std::string& path, std::string_view name,
-                                               bool report);
+CRADLE_CONFIG_API std::optional<std::string> readEnvironmentFile(const std::string& path,
+                                                                 std::string_view name,
+                                                                 bool report);
 
 }  // namespace Cradle::Parser

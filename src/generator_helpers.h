@@ -9,16 +9,18 @@
 #include <string>
 
 #include "config_writer.h"
+#include "export.h"
 
 namespace Cradle::Parser::GeneratorHelpers {
 
 // Copies every file that matches `pattern` in whole, framed by an empty line and a comment before
 // it and a comment behind it.
-void parseDefaults(ConfigWriter& writer, const std::string& pattern);
+CRADLE_CONFIG_API void parseDefaults(ConfigWriter& writer, const std::string& pattern);
 
 // Runs every script that matches `pattern` and writes each valid mount entry that it prints under
 // `key`. Every other line is warned about and dropped.
-void runMountHooks(ConfigWriter& writer, const std::string& pattern, const std::string& key,
-                   std::span<const std::string> arguments);
+CRADLE_CONFIG_API void runMountHooks(ConfigWriter& writer, const std::string& pattern,
+                                     const std::string& key,
+                                     std::span<const std::string> arguments);
 
 }  // namespace Cradle::Parser::GeneratorHelpers

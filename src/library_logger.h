@@ -4,12 +4,13 @@
 // as its target; a program that wants it elsewhere says so first thing.
 #pragma once
 
+#include "export.h"
 #include "logging/logger_config.h"
 
 namespace Cradle::Parser {
 
 inline constexpr const char* kLibraryLoggerIdent = "com.corvid.cradle.lib.ConfigParser";
 
-Logging::LoggerConfig& libraryLogger();
+CRADLE_CONFIG_API Logging::LoggerConfig& libraryLogger();
 
 }  // namespace Cradle::Parser

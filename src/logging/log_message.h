@@ -10,14 +10,15 @@
 #include <string_view>
 #include <vector>
 
-#include "logging/level.h"
-#include "logging/target.h"
+#include "../export.h"
+#include "level.h"
+#include "target.h"
 
 namespace Cradle::Parser::Logging {
 
 class LoggerConfig;
 
-class LogMessage {
+class CRADLE_CONFIG_API LogMessage {
  public:
   // A null logger makes a message that is dropped.
   LogMessage(const LoggerConfig* logger, Level level);

@@ -9,9 +9,10 @@
 #include <memory>
 #include <string>
 
-#include "logging/level.h"
-#include "logging/log_message.h"
-#include "logging/target.h"
+#include "../export.h"
+#include "level.h"
+#include "log_message.h"
+#include "target.h"
 
 namespace Cradle::Parser {
 class ConfigParser;
@@ -19,7 +20,7 @@ class ConfigParser;
 
 namespace Cradle::Parser::Logging {
 
-class LoggerConfig {
+class CRADLE_CONFIG_API LoggerConfig {
  public:
   // A logger emits a message whose level is not greater than its own.
   using Level = Logging::Level;
@@ -77,15 +78,16 @@ class LoggerConfig {
   friend class LogMessage;
   struct State;
 
-  LoggerConfig(Ident ident, Level level);
+  CRADLE_CONFIG_LOCAL LoggerConfig(Ident ident, Level level);
 
   // Where a message of `level` goes now.
-  LogTarget targetFor(Level level) const;
+  CRADLE_CONFIG_LOCAL LogTarget targetFor(Level level) const;
 
   // Stores the target that `value` names, or logs it as invalid with `origin` behind the value.
-  bool storeTarget(const std::string& value, const char* origin);
+  CRADLE_CONFIG_LOCAL bool storeTarget(const std::string& value, const char* origin);
 
-  void configureFromEnvironment(const std::string& levels, const std::string& target);
+  CRADLE_CONFIG_LOCAL void configureFromEnvironment(const std::string& levels,
+                                                    const std::string& target);
 
   std::unique_ptr<State> state_;
 };
