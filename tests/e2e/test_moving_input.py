@@ -19,7 +19,7 @@ MESSAGES = (
 
 
 def in_background(action: Callable[[], None]) -> threading.Thread:
-    thread = threading.Thread(target=action)
+    thread = threading.Thread(target=action, daemon=True)
     thread.start()
     return thread
 
@@ -49,7 +49,8 @@ def test_what_comes_in_pieces_is_read_whole(host: Host, path: str) -> None:
     os.mkfifo(host.path(path))
     writer = in_background(lambda: dribble(host.path(path), texts[path]))
     assert host.generate(timeout=10) == (0, "", "")
-    writer.join()
+    writer.join(timeout=10)
+    assert not writer.is_alive(), "nobody reads"
     lines = "".join(f"DefaultLxc=lxc.line = {i}\n" for i in range(100))
     groups = f"\n[A]\nKey={'five' * 100}\nLast=no line feed\n"
     assert host.read() == generated(groups, lines)

@@ -2,9 +2,10 @@
 
 import fcntl
 import os
-import threading
+import select
 import time
 from pathlib import Path
+from typing import Iterator
 
 import pytest
 
@@ -13,6 +14,7 @@ from host import Host, generated
 ARGUMENTS = ("--user-id", "1000", "--config", "/c")
 F_SETPIPE_SZ = 1031
 LONG = "x" * 30_000
+PATIENCE = 20  # seconds for what takes less than one
 
 
 @pytest.fixture
@@ -29,6 +31,22 @@ def text() -> str:
 def fifo(host: Host) -> Path:
     os.mkfifo(host.path("/fifo"))
     return host.path("/fifo")
+
+
+def reader_of(path: Path) -> int:
+    """A reader of a FIFO, there before anyone writes, that holds no more than a page."""
+    reader = os.open(path, os.O_RDONLY | os.O_NONBLOCK)
+    fcntl.fcntl(reader, F_SETPIPE_SZ, os.sysconf("SC_PAGE_SIZE"))
+    return reader
+
+
+def pieces(reader: int, size: int) -> Iterator[bytes]:
+    """What is written to a FIFO until its writer has come and gone."""
+    piece = b"?"
+    while piece:
+        assert select.select([reader], [], [], PATIENCE)[0], "nobody writes"
+        piece = os.read(reader, size)
+        yield piece
 
 
 @pytest.mark.parametrize("pages", [1, 2, 5])
@@ -50,19 +68,17 @@ def test_a_fifo_is_opened_when_there_is_a_reader(host: Host) -> None:
     run = host.start(*ARGUMENTS, "/fifo")
     time.sleep(0.3)
     assert run.process.poll() is None
-    assert path.read_text(encoding="utf-8") == text()
+    reader = reader_of(path)
+    assert b"".join(pieces(reader, 1 << 16)).decode() == text()
+    os.close(reader)
     assert run.finish() == (0, "", "")
 
 
 def test_a_slow_reader_of_a_small_pipe_gets_everything(host: Host) -> None:
-    reader = os.open(fifo(host), os.O_RDONLY | os.O_NONBLOCK)
-    fcntl.fcntl(reader, F_SETPIPE_SZ, os.sysconf("SC_PAGE_SIZE"))
-    os.set_blocking(reader, True)
+    reader = reader_of(fifo(host))
     run = host.start(*ARGUMENTS, "/fifo")
-    time.sleep(0.1)  # for the program to open its end; an empty pipe without a writer is at its end
-    while not (received := os.read(reader, 1000)):
-        time.sleep(0.01)
-    while piece := os.read(reader, 1000):
+    received = b""
+    for piece in pieces(reader, 1000):
         received += piece
         time.sleep(0.001)
     os.close(reader)
@@ -72,16 +88,12 @@ def test_a_slow_reader_of_a_small_pipe_gets_everything(host: Host) -> None:
 
 def test_a_reader_that_goes_away_ends_the_writing_alone(host: Host) -> None:
     host.script("/c/property-pre-hooks/a.sh", "touch /ran\n")
-    path = fifo(host)
-
-    def read_little() -> None:
-        with path.open("rb", buffering=0) as reader:
-            reader.read(10)
-
-    reader = threading.Thread(target=read_little)
-    reader.start()
-    assert host.run(*ARGUMENTS, "/fifo") == (0, "", "")
-    reader.join()
+    reader = reader_of(fifo(host))
+    run = host.start(*ARGUMENTS, "/fifo")
+    assert next(pieces(reader, 10)) != b""
+    assert not host.exists("/ran")
+    os.close(reader)
+    assert run.finish() == (0, "", "")
     assert host.exists("/ran")
 
 
