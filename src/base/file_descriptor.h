@@ -19,9 +19,6 @@ class FileDescriptor {
   FileDescriptor(const std::string& path, int flags, mode_t mode = 0)
       : number_(uninterrupted([&] { return open(path.c_str(), flags | O_CLOEXEC, mode); })) {}
 
-  // Takes over the file that is open under this number, which is negative for none.
-  explicit FileDescriptor(int number) : number_(number) {}
-
   ~FileDescriptor() {
     if (isOpen()) {
       close(number_);

@@ -40,12 +40,6 @@ TEST(FileDescriptor, IsNotInheritedByOtherPrograms) {
   EXPECT_EQ(fcntl(file.number(), F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
 }
 
-TEST(FileDescriptor, ClosesAFileThatItTakesOver) {
-  const int number = dup(STDERR_FILENO);
-  { const FileDescriptor file(number); }
-  EXPECT_FALSE(isOpen(number));
-}
-
 TEST(FileDescriptor, HandsItsFileOn) {
   FileDescriptor first("/dev/null", O_RDONLY);
   const int number = first.number();

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include "logging/logger_config.h"
 #include "support/child_process.h"
@@ -147,19 +148,19 @@ TEST(EmitLine, KeepsTheTextAsItIs) {
 TEST(EmitLine, WritesALineInOnePiece) {
   int ends[2];
   ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends), 0);
-  const FileDescriptor receiver(ends[0]);
-  const FileDescriptor sender(ends[1]);
-  OutputFile file(sender.number());
+  OutputFile file(ends[1]);
   emitLine(targetOn(file), Level::LogInfo, "a");
   emitLine(targetOn(file), Level::LogError, "b");
   // What was written with one call is read with one.
   std::array<char, 100> piece{};
   const auto received = [&] {
-    const ssize_t count = read(receiver.number(), piece.data(), piece.size());
+    const ssize_t count = read(ends[0], piece.data(), piece.size());
     return std::string(piece.data(), static_cast<std::size_t>(count));
   };
   EXPECT_EQ(received(), "INFO: a\n");
   EXPECT_EQ(received(), "ERROR: b\n");
+  close(ends[0]);
+  close(ends[1]);
 }
 
 // The journal. A library that is loaded already stands in for any of the same name that is asked

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include <sys/mman.h>
+#include <unistd.h>
 
-#include "base/file_descriptor.h"
 #include "base/output_file.h"
 
 namespace Cradle::Testing {
@@ -15,20 +15,23 @@ namespace Cradle::Testing {
 class OutputCapture {
  public:
   explicit OutputCapture(OutputFile& file)
-      : file_(file), previous_(std::exchange(file, OutputFile(memory_.number()))) {}
-  ~OutputCapture() { file_ = std::move(previous_); }
+      : file_(file), previous_(std::exchange(file, OutputFile(memory_))) {}
+  ~OutputCapture() {
+    file_ = std::move(previous_);
+    close(memory_);
+  }
   OutputCapture(const OutputCapture&) = delete;
   OutputCapture& operator=(const OutputCapture&) = delete;
 
   // From now on nothing can be written to the file, until it is mended.
   void spoil() { file_ = OutputFile(""); }
-  void mend() { file_ = OutputFile(memory_.number()); }
+  void mend() { file_ = OutputFile(memory_); }
 
   // Everything so far.
   std::string text() const {
     std::string text;
     std::array<char, 4096> piece{};
-    for (ssize_t count = 0; (count = pread(memory_.number(), piece.data(), piece.size(),
+    for (ssize_t count = 0; (count = pread(memory_, piece.data(), piece.size(),
                                            static_cast<off_t>(text.size()))) > 0;) {
       text.append(piece.data(), static_cast<std::size_t>(count));
     }
@@ -42,7 +45,7 @@ class OutputCapture {
   }
 
  private:
-  FileDescriptor memory_{memfd_create("capture", MFD_CLOEXEC)};
+  const int memory_ = memfd_create("capture", MFD_CLOEXEC);
   OutputFile& file_;
   OutputFile previous_;
   std::size_t taken_ = 0;
