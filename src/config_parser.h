@@ -41,8 +41,8 @@ class CRADLE_CONFIG_API ConfigParser {
   // Registers "${name}" for the loads to come. The first value given for a name stays.
   void addTemplate(const std::string& name, const std::string& value);
 
-  // What templates in values draw on.
-  const TemplateContext& templates() const;
+  // What templates in values draw on; for the programs of this project.
+  CRADLE_CONFIG_LOCAL const TemplateContext& templates() const;
 
   // Declares a key with its ValueMode. The first mode given stays.
   void addKnownKey(std::string_view group, std::string_view key, std::uint32_t mode);

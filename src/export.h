@@ -7,5 +7,5 @@
 // A class or a function of the public interface.
 #define CRADLE_CONFIG_API [[gnu::visibility("default")]]
 
-// A private member of such a class.
+// A member of such a class that is not part of it.
 #define CRADLE_CONFIG_LOCAL [[gnu::visibility("hidden")]]

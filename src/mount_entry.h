@@ -11,7 +11,7 @@
 namespace Cradle::Parser {
 
 // What is wrong with `entry`: the first rule that it breaks and the entry, or nothing at all.
-std::string mountEntryFault(const std::string& entry);
+CRADLE_CONFIG_API std::string mountEntryFault(const std::string& entry);
 
 // Whether `entry` obeys every rule. The first broken one is logged as an error.
 CRADLE_CONFIG_API bool validateMountEntry(const std::string& entry);
