@@ -93,6 +93,13 @@ def test_exactly_what_is_marked_as_public_is_exported(
     assert owners == public
 
 
+def test_every_function_of_the_public_headers_is_marked(tree: InstalledTree) -> None:
+    declaration = re.compile(r"^(?!CRADLE_CONFIG_API|inline|#)\w[\w:<>*& ]* \w+\(", re.MULTILINE)
+    for header in tree.headers():
+        text = (tree.root / "include" / header).read_text(encoding="utf-8")
+        assert declaration.findall(text) == [], header
+
+
 def test_the_exported_symbols_are_those_that_were_promised(exported: set[str]) -> None:
     if os.environ.get(REFRESH) == "refresh":
         SYMBOLS.write_text("".join(f"{name}\n" for name in sorted(exported)), encoding="utf-8")
