@@ -30,6 +30,10 @@ if(CRADLE_COVERAGE)
   add_link_options(--coverage -Wl,--undefined=__gcov_dump)
 endif()
 
+if(CRADLE_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(CRADLE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
