@@ -1,0 +1,1 @@
+"""The kinds of faults, each a function that yields the faults of its kind in a source."""

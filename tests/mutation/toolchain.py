@@ -1,0 +1,131 @@
+"""Builds the test programs and the program with a fault in them, from what the clang preset built.
+
+Only the objects that see the faulty file are compiled, without optimisation; the compiler sees the
+fault through a file system overlay, so that every path stays as it is. The rest comes from the
+preset's archive.
+"""
+
+import json
+import re
+import shlex
+import subprocess
+from functools import cached_property
+from pathlib import Path
+
+ARCHIVE = "src/libcradle-config.a"
+UNIT_TESTS = "tests/unit/cradle-unit-tests"
+PROGRAM = "cradle-generate-config"
+DROPPED = re.compile(r"-O\d|-W.*|-static-lib.*")
+QUICKLY = ["-O0", "-w", "-U_FORTIFY_SOURCE"]
+COMPILE_LIMIT = 600  # seconds
+
+
+class BuildError(Exception):
+    """What the compiler or the linker said."""
+
+
+def run(command: list[str], directory: Path) -> str:
+    """The output of a command that is expected to succeed."""
+    result = subprocess.run(
+        command, cwd=directory, stdin=subprocess.DEVNULL, capture_output=True, text=True,
+        timeout=COMPILE_LIMIT, check=False,
+    )
+    if result.returncode != 0:
+        raise BuildError(result.stderr or result.stdout)
+    return result.stdout
+
+
+def _light(command: str) -> list[str]:
+    """A command of the build, with what costs time taken out."""
+    return [word for word in shlex.split(command) if not DROPPED.fullmatch(word)]
+
+
+class Toolchain:
+    """What the preset's build directory knows. Objects are named as there."""
+
+    def __init__(self, root: Path, build: Path, work: Path) -> None:
+        self.root, self.build, self.work = root, build, work
+
+    @cached_property
+    def _compile_commands(self) -> dict[str, list[str]]:
+        entries = json.loads((self.build / "compile_commands.json").read_text(encoding="utf-8"))
+        commands = [_light(entry["command"]) for entry in entries]
+        return {command[command.index("-o") + 1]: command for command in commands}
+
+    @cached_property
+    def _dependencies(self) -> dict[str, list[str]]:
+        """The project's files that each object is made of."""
+        found: dict[str, list[str]] = {}
+        for paragraph in run(["ninja", "-t", "deps"], self.build).split("\n\n"):
+            head, *lines = paragraph.splitlines() or [""]
+            paths = [line.strip() for line in lines]
+            prefix = f"{self.root}/"
+            found[head.split(":")[0]] = [
+                path.removeprefix(prefix) for path in paths if path.startswith(prefix)
+            ]
+        return found
+
+    @cached_property
+    def _standard_headers(self) -> Path:
+        """The standard library's headers that the sources use, compiled once."""
+        text = "".join(path.read_text(encoding="utf-8") for path in (self.root / "src").rglob("*.*"))
+        names = sorted(set(re.findall(r"^#include <([a-z_]+)>", text, re.MULTILINE)))
+        header = self.work / "standard.h"
+        header.write_text("".join(f"#include <{name}>\n" for name in names), encoding="utf-8")
+        command = [*self._compile_commands[self.object_of("src/config_value.cpp")]]
+        command[command.index("-c") + 1] = str(header)
+        command[command.index("-o") + 1] = f"{header}.pch"
+        command[command.index("-c")] = "-xc++-header"
+        run([*command, *QUICKLY, "-Xclang", "-fpch-instantiate-templates"], self.build)
+        return Path(f"{header}.pch")
+
+    def prepare(self) -> None:
+        """Make what all builds share."""
+        self._standard_headers  # pylint: disable=pointless-statement
+        self._dependencies  # pylint: disable=pointless-statement
+
+    def object_of(self, path: str) -> str:
+        """The object that is made of a .cpp file."""
+        for name, command in self._compile_commands.items():
+            if command[-1] == str(self.root / path):
+                return name
+        raise BuildError(f"{path}: no object is made of it")
+
+    def objects_that_see(self, path: str) -> list[str]:
+        return sorted(name for name, paths in self._dependencies.items() if path in paths
+                      and name in self._compile_commands)
+
+    def compile(self, name: str, overlay: Path, out: Path) -> Path:
+        """One object, with the files of the overlay in the place of those of the tree."""
+        target = out / name.replace("/", "_")
+        command = [*self._compile_commands[name]]
+        command[command.index("-o") + 1] = str(target)
+        if name.startswith("src/"):
+            command += QUICKLY
+        if "/cradle-config.dir/" in name:
+            command += ["-include-pch", str(self._standard_headers)]
+        run([*command, "-ivfsoverlay", str(overlay)], self.build)
+        return target
+
+    @cached_property
+    def _link_commands(self) -> dict[str, list[str]]:
+        commands = {}
+        for target in (UNIT_TESTS, PROGRAM):
+            last = run(["ninja", "-t", "commands", target], self.build).splitlines()[-1]
+            commands[target] = _light(last.removeprefix(": && ").removesuffix(" && :"))
+        return commands
+
+    def link(self, target: str, faulty: dict[str, Path], program: Path, tests: set[str]) -> Path:
+        """The program or the unit tests, with the faulty objects first. Of the unit tests' objects
+        only those of the files `tests` are linked."""
+        words = []
+        for word in self._link_commands[target]:
+            test = re.search(r"/cradle-unit-tests\.dir/(.*_test\.cpp)\.o$", word)
+            if test and test[1] not in tests:
+                continue
+            if word == ARCHIVE:
+                words += [str(path) for name, path in faulty.items() if "cradle-config.dir/" in name]
+            words.append(str(faulty.get(word, word)))
+        words[words.index("-o") + 1] = str(program)
+        run([*words, "-fuse-ld=gold"], self.build)
+        return program
