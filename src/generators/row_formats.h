@@ -24,15 +24,15 @@ std::optional<std::string> formatUserName(OutputContext& context, const OutputRo
 std::optional<std::string> formatHome(OutputContext& context, const OutputRow& row);
 std::optional<std::string> formatInstance(OutputContext& context, const OutputRow& row);
 
-inline constexpr Format kText{"text", formatText};           // as it stands
-inline constexpr Format kWords{"list", formatWords};         // joined with single blanks
-inline constexpr Format kInt{"integer", formatInt};          // decimal
-inline constexpr Format kU64{"integer", formatU64};          // the 64 bits as an unsigned number
-inline constexpr Format kReal{"real number", formatReal};    // six significant digits
-inline constexpr Format kBool{"boolean", formatBool};        // "true" or "false"
-inline constexpr Format kFlag{"boolean", formatFlag};        // 1 or 0
-inline constexpr Format kNotFlag{"boolean", formatNotFlag};  // 0 or 1: the negation of the value
-inline constexpr Format kFixed{"boolean", formatFixed};      // the row's own text
+inline constexpr Format kText{"text", formatText};              // as it stands
+inline constexpr Format kWords{"list", formatWords};            // joined with single blanks
+inline constexpr Format kInt{"integer", formatInt};             // decimal
+inline constexpr Format kU64{"integer of 64 bits", formatU64};  // as an unsigned number
+inline constexpr Format kReal{"real number", formatReal};       // six significant digits
+inline constexpr Format kBool{"boolean", formatBool};           // "true" or "false"
+inline constexpr Format kFlag{"boolean", formatFlag};           // 1 or 0
+inline constexpr Format kNotFlag{"boolean", formatNotFlag};     // 0 or 1: the negation of the value
+inline constexpr Format kFixed{"boolean", formatFixed};         // the row's own text
 inline constexpr Format kUserId{"", formatUserId};
 inline constexpr Format kUserName{"", formatUserName};
 inline constexpr Format kHome{"", formatHome};

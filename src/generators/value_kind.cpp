@@ -51,7 +51,7 @@ constexpr std::array<ValueKindRow, 16> kKinds{{
      "that only begins with a number the number counts, of any other 0, and of a number that is "
      "too large or too small the nearest one that is not.",
      converts<convertInt>},
-    {ValueKind::LongInteger, false, "The same with 64 bits.", converts<convertLong>},
+    {ValueKind::LongInteger, false, "An integer like that, but of 64 bits.", converts<convertLong>},
     {ValueKind::Real, false,
      "A decimal number with an optional sign, fraction (behind a point) and exponent. Of a text "
      "that only begins with a number the number counts, of any other 0.",

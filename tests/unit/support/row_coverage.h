@@ -91,7 +91,7 @@ class RowCoverage {
     if (type == "boolean") {
       return text != "true" && text != "false";
     }
-    if (type == "integer") {
+    if (type.starts_with("integer")) {
       return text != std::to_string(std::clamp(convertLong(text), 0L, kLargestPlainNumber));
     }
     if (type == "real number") {
