@@ -17,7 +17,7 @@ from pages import BLOCK, PLACE, ROOT, Page
 
 PAGES = [*sorted(ROOT.glob("*.md")), *sorted(ROOT.glob("docs/*.md"))]
 SESSIONS = [page for page in PAGES if "```console" in page.read_text(encoding="utf-8")]
-DIRECTORIES = ".ci bench cmake conf debian docs fuzz man src system tests tools".split()
+DIRECTORIES = ".ci bench cmake completions conf debian docs fuzz man src system tests tools".split()
 
 
 def name_of(page: Path) -> str:
