@@ -5,29 +5,34 @@
 #include <string_view>
 
 #include <sys/mman.h>
+#include <unistd.h>
 
-#include "base/file_descriptor.h"
 #include "common/check.h"
 
 namespace Cradle::Fuzz {
 
 class MemoryFile {
  public:
-  MemoryFile() : path_("/proc/self/fd/" + std::to_string(file_.number())) {
-    require(file_.isOpen(), "there is a file in memory");
+  MemoryFile()
+      : number_(memfd_create("input", MFD_CLOEXEC)),
+        path_("/proc/self/fd/" + std::to_string(number_)) {
+    require(number_ >= 0, "there is a file in memory");
   }
+  ~MemoryFile() { close(number_); }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
 
   const std::string& path() const { return path_; }
 
   // Replaces what the file holds.
   void write(std::string_view text) const {
-    require(ftruncate(file_.number(), 0) == 0, "a file in memory can be emptied");
-    const ssize_t written = pwrite(file_.number(), text.data(), text.size(), 0);
+    require(ftruncate(number_, 0) == 0, "a file in memory can be emptied");
+    const ssize_t written = pwrite(number_, text.data(), text.size(), 0);
     require(written == static_cast<ssize_t>(text.size()), "a file in memory can be written");
   }
 
  private:
-  FileDescriptor file_{memfd_create("input", MFD_CLOEXEC)};
+  int number_;
   std::string path_;
 };
 
