@@ -124,9 +124,9 @@ class Run:
             time.sleep(0.01)
 
     def _watches_files(self) -> bool:
-        descriptors = Path(f"/proc/{self.process.pid}/fd")
+        descriptors = Path(f"/proc/{self.process.pid}/fdinfo")
         try:
-            return any("inotify" in os.readlink(fd) for fd in descriptors.iterdir())
+            return any("inotify wd:" in fd.read_text() for fd in descriptors.iterdir())
         except OSError:
             return False
 
