@@ -9,6 +9,8 @@
 #include <limits>
 #include <string_view>
 
+#include <locale.h>
+
 #include "base/text.h"
 
 // Stream extraction in the "C" locale is the definition of what a number is here: its treatment of
@@ -56,11 +58,16 @@ struct Real {
   std::size_t length;  // how much of the text it takes, 0 for no number
 };
 
+// Known to the C library from the start: there is nothing to read or to free.
+locale_t plainLocale() {
+  return newlocale(LC_ALL_MASK, "C", nullptr);
+}
+
 // The number at the beginning of `text`, which holds nothing but characters of numbers. An exponent
 // without digits spoils the number before it.
 Real leadingReal(const std::string& text) {
   char* stop = nullptr;
-  const double value = std::strtod(text.c_str(), &stop);
+  const double value = strtod_l(text.c_str(), &stop, plainLocale());
   const std::string_view number(text.c_str(), stop);
   const bool dangling = kExponentMarks.find(*stop) != kExponentMarks.npos &&
                         number.find_first_of(kExponentMarks) == number.npos;
@@ -94,7 +101,9 @@ double convertDouble(const std::string& text, bool* ok) {
 std::string formatDouble(double value) {
   // std::to_chars would bring tables with it that are a quarter of the program.
   std::array<char, kRealBufferSize> text{};
+  const locale_t chosen = uselocale(plainLocale());
   std::snprintf(text.data(), text.size(), "%.*g", kRealDigits, value);
+  uselocale(chosen);
   return text.data();
 }
 

@@ -2,7 +2,7 @@
 //
 // Each converter takes the text and an optional success flag. It always returns a value: what could
 // be read, 0 (or false) where nothing could. Success needs the whole text to be consumed. Numbers
-// follow the "C" locale whatever the environment says, because the program never calls setlocale.
+// follow the "C" locale, whichever one a program that uses the library has chosen.
 #pragma once
 
 #include <string>

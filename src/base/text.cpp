@@ -1,13 +1,16 @@
 #include "base/text.h"
 
 #include <algorithm>
-#include <cctype>
+
+#include "base/character_set.h"
 
 namespace Cradle {
 namespace {
 
+constexpr CharacterSet kSpaces(" \t\n\v\f\r");
+
 bool isSpace(char character) {
-  return std::isspace(static_cast<unsigned char>(character)) != 0;
+  return kSpaces.contains(character);
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/comma_locale.h"
+
 namespace Cradle {
 namespace {
 
@@ -231,6 +233,16 @@ TEST(ConvertLong, FailsUnlessTheWholeTextIsOneNumberInRange) {
 
 TEST(ConvertDouble, FailsUnlessTheWholeTextIsOneNumberInRange) {
   expectConversions(convertDouble, kNoDoubles, false);
+}
+
+TEST(Conversion, IsTheSameInEveryLocale) {
+  const Testing::CommaLocale locale;
+  ASSERT_EQ(std::strtod("1.5", nullptr), 1.0);
+  bool ok = false;
+  EXPECT_EQ(convertDouble("1.5", &ok), 1.5);
+  EXPECT_TRUE(ok);
+  EXPECT_EQ(formatDouble(1.5), "1.5");
+  EXPECT_EQ(std::strtod("1,5", nullptr), 1.5) << "the caller's locale is as it was";
 }
 
 }  // namespace
