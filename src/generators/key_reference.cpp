@@ -204,7 +204,7 @@ bool isOnlyWrittenWhenThere(const ConfigKey& name) {
 std::string_view defaultTextOf(const ConfigKey& name) {
   std::string_view text;
   forEachRow([&](const OutputTable& /*table*/, const OutputRow& row) {
-    if (same(row.source, name) && row.format == &kText && text.empty()) {
+    if (same(row.source, name) && row.format == &kText) {
       text = row.text;
     }
   });

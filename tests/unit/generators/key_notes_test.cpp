@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/text.h"
@@ -116,6 +117,10 @@ TEST(KeyNotes, KnowWhichConditionsNeedTheSource) {
     const bool isMetWithout = bench.holds(*row.condition, row);
     EXPECT_FALSE(noteOf(*row.condition).needsSource && isMetWithout) << nameOf(row);
   }
+}
+
+TEST(KeyNotes, MustBeThere) {
+  EXPECT_DEATH(noteOf(Format{}), ::testing::HasSubstr("has a note"));
 }
 
 // The words, as the formats and conditions take them
