@@ -35,8 +35,9 @@ if(CRADLE_FUZZERS)
 endif()
 
 if(CRADLE_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
-                      -fno-omit-frame-pointer)
+  # Reports need line numbers and nothing else of what a debugger wants.
+  add_compile_options(-fsanitize=address,undefined,float-divide-by-zero,float-cast-overflow
+                      -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=address,undefined)
 else()

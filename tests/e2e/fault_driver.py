@@ -16,7 +16,7 @@ import time
 from pathlib import Path
 from typing import Any
 
-PATIENCE = 10.0  # seconds for a run
+PATIENCE = 60.0  # seconds for a run
 PR_SET_CHILD_SUBREAPER = 36
 MOUNTED = {"/dev", "/proc", "/usr"}
 WORK = Path("/tmp/fault-driver")  # what strace and the streams of the program write

@@ -7,6 +7,7 @@ from typing import Any, Iterable, NamedTuple
 from faults import MEMORY, Call, Fault, closes_pipe
 
 SIGABRT = 6
+SANITIZER = 99  # the status of the sanitize preset for an error, such as too little memory for itself
 CONF = r"/[cd]/[^/]*\.conf"
 OUTPUT = "/o/out"
 
@@ -62,7 +63,7 @@ def ended_by_itself(fault: Fault, outcome: Any) -> bool:
     status = outcome["status"]
     if fault.call.early:  # the loader has ways of its own to fail a start
         return status is not None
-    return status in (0, 1) or (status == -SIGABRT and fault.call.name in MEMORY)
+    return status in (0, 1) or (status in (-SIGABRT, SANITIZER) and fault.call.name in MEMORY)
 
 
 def traces(outcome: Any) -> Iterable[str]:
