@@ -25,7 +25,7 @@ check_pie_supported(LANGUAGES CXX)
 if(CRADLE_COVERAGE)
   # The compiler's own branches are no concern of a test: whether another thread is just making the
   # same static variable. Processes that end without exit handlers call __gcov_dump.
-  add_compile_options(--coverage -O0 -fprofile-abs-path
+  add_compile_options(--coverage -O0 -g0 -fprofile-abs-path
                       $<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>)
   add_link_options(--coverage -Wl,--undefined=__gcov_dump)
 endif()
