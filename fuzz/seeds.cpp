@@ -4,10 +4,12 @@
 //
 // Usage: make-seeds DIRECTORY
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <set>
 #include <span>
@@ -86,6 +88,23 @@ Texts configurationWords() {
   return words;
 }
 
+// The numbers around the limits of the types that a text converts to.
+Texts limits() {
+  using Int = std::numeric_limits<std::int32_t>;
+  using Long = std::numeric_limits<std::int64_t>;
+  Texts texts;
+  for (const std::int64_t number : {std::int64_t{Int::min()}, std::int64_t{Int::max()}}) {
+    texts.merge(
+        Texts{std::to_string(number - 1), std::to_string(number), std::to_string(number + 1)});
+  }
+  for (const std::uint64_t number :
+       {Long::max() + std::uint64_t{0}, Long::max() + std::uint64_t{1}}) {
+    texts.merge(Texts{std::to_string(number), std::to_string(number + 1),
+                      "-" + std::to_string(number), "-" + std::to_string(number + 1)});
+  }
+  return texts;
+}
+
 void addOptions(Starts& starts) {
   Start& start = starts["command_line"];
   std::string all;
@@ -98,6 +117,9 @@ void addOptions(Starts& starts) {
     all += std::string(option.name) + "\n" + std::to_string(all.size()) + "\n";
   }
   start.inputs.insert(all + "--\noutput");
+  for (const std::string& number : limits()) {
+    start.words.insert("\n" + number + "\n");
+  }
   for (const Parser::Logging::LevelRow& level : Parser::Logging::kLevels) {
     start.words.insert("\n" + std::string(level.inputName) + "\n");
   }
@@ -251,6 +273,8 @@ Starts allStarts() {
   starts["layered_loading"].words.merge(
       Texts{"\n%% a/a.conf\n", "\n%% a/b.conf\n", "\n%% b/c.conf\n"});
   starts["templates"].words = templateWords();
+  starts["conversions"].words = limits();
+  starts["opengl_version"].words = limits();
   addOptions(starts);
   addRows(starts);
   addReferences(starts);
