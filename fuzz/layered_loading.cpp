@@ -1,6 +1,6 @@
 // Layered loading. The input is files as in common/file_tree.h: "DIRECTORY/FILE" is one of a
-// configuration directory, of which the order is that of their names, and "known" holds a declared
-// key in each line, as its mode, a digit, and "GROUP/KEY". "$" is read as "S", because templates
+// configuration directory, of which the order is that of their names, and "known" holds the
+// declared keys (see common/layer_model.h). "$" is read as "S", because templates
 // have targets of their own.
 //
 // Properties: the directories are merged as a plain map of lists is that does the same line by
@@ -9,14 +9,13 @@
 // and where, makes no difference.
 
 #include <algorithm>
-#include <cctype>
-#include <map>
-#include <set>
+#include <span>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "common/check.h"
+#include "common/layer_model.h"
 #include "common/lines.h"
 #include "common/memory_file.h"
 #include "common/padding.h"
@@ -33,101 +32,6 @@ using Parser::ConfigParser;
 using Parser::ConfigValue;
 using Parser::LoadResult;
 using Directories = std::vector<std::string>;
-
-constexpr const char* kKnown = "known";
-
-struct KnownKey {
-  unsigned mode;
-  std::string group;
-  std::string key;
-};
-
-std::vector<KnownKey> knownKeysOf(const FileTree& files) {
-  std::vector<KnownKey> known;
-  const auto file = files.find(kKnown);
-  for (const std::string& line : linesOf(file == files.end() ? "" : file->second)) {
-    const std::size_t slash = line.find('/');
-    if (slash != std::string::npos && std::isdigit(static_cast<unsigned char>(line[0])) != 0) {
-      known.push_back({static_cast<unsigned>(line[0] - '0'), line.substr(1, slash - 1),
-                       line.substr(slash + 1)});
-    }
-  }
-  return known;
-}
-
-// The merged configuration as it has to be.
-class Model {
- public:
-  explicit Model(const std::vector<KnownKey>& known) {
-    for (const KnownKey& key : known) {
-      modes_.insert({{key.group, key.key}, key.mode});
-    }
-  }
-
-  // Merges a file up to its first wrong line, of which the message is returned with those about
-  // the wrong lines up to the next entry.
-  std::string load(const std::string& path, const std::string& text) {
-    std::string complaints;
-    std::string group;
-    std::size_t number = 0;
-    for (const std::string& line : linesOf(text)) {
-      ++number;
-      const ConfigLine parsed = configLineOf(line);
-      if (parsed.kind == ConfigLine::Kind::Group) {
-        group = parsed.name;
-      } else if (parsed.kind == ConfigLine::Kind::Wrong) {
-        complaints += complaintAbout(parsed, path, number, line);
-      } else if (parsed.kind == ConfigLine::Kind::Entry && complaints.empty()) {
-        assign(group, parsed.name, parsed.value);
-      } else if (parsed.kind == ConfigLine::Kind::Entry) {
-        break;
-      }
-    }
-    return complaints;
-  }
-
-  bool hasGroup(const std::string& group) const { return groups_.count(group) != 0; }
-
-  std::string shown() const {
-    std::string text;
-    for (const auto& [name, values] : keys_) {
-      text += inQuotes(name.first) + inQuotes(name.second) + "=";
-      for (const std::string& value : values) {
-        text += inQuotes(value);
-      }
-      text += "\n";
-    }
-    return text;
-  }
-
- private:
-  using Name = std::pair<std::string, std::string>;
-
-  void assign(const std::string& group, const std::string& key, const std::string& value) {
-    const Name name(group, key);
-    const auto mode = modes_.find(name);
-    if (!modes_.empty() && mode == modes_.end()) {
-      return;
-    }
-    if (value.empty()) {
-      keys_.erase(name);
-    }
-    for (const std::string& part : linesOf(value, ';')) {
-      if (!part.empty() && (modes_.empty() || mode->second <= Parser::ValueList)) {
-        groups_.insert(group);
-        std::vector<std::string>& values = keys_[name];
-        if (!modes_.empty() && mode->second == Parser::SingleValue) {
-          values.clear();
-        }
-        values.push_back(part);
-      }
-    }
-  }
-
-  std::map<Name, unsigned> modes_;
-  std::map<Name, std::vector<std::string>> keys_;
-  std::set<std::string> groups_;
-};
 
 struct Loading {
   explicit Loading(const std::vector<KnownKey>& known) : parser(-1) {
@@ -171,39 +75,7 @@ void load(Loading& loading, const Directories& directories) {
   loading.complaints = log.text();
 }
 
-bool isConfigurationFile(const std::string& name) {
-  return name[0] != '.' && name.ends_with(".conf");
-}
-
-struct Expected {
-  Model model;
-  LoadResult result = LoadResult::NothingToLoad;
-  std::string complaints = {};
-};
-
-// A map of files has them in the order of directories and names already.
-Expected loadByHand(const FileTree& files, const PrivateDirectory& place,
-                    const std::vector<KnownKey>& known) {
-  Expected expected{.model = Model(known)};
-  for (const auto& [name, text] : files) {
-    const std::size_t slash = name.find('/');
-    if (slash == std::string::npos || !isConfigurationFile(name.substr(slash + 1))) {
-      continue;
-    }
-    const std::string path = place.path(name);
-    expected.complaints = expected.model.load(path, text);
-    if (!expected.complaints.empty()) {
-      expected.result = LoadResult::InvalidConfiguration;
-      expected.complaints += "ERROR: Failed to load config from '" + path + "'\n";
-      expected.complaints += "ERROR: Invalid configuration in " + path + "\n";
-      return expected;
-    }
-    expected.result = LoadResult::Loaded;
-  }
-  return expected;
-}
-
-void compare(const Loading& loading, const Expected& expected) {
+void compare(const Loading& loading, const ExpectedLoading& expected) {
   requireEqual(loading.shown(), expected.model.shown(), "every entry is merged in its order");
   requireEqual(loading.complaints, expected.complaints,
                "every wrong line is reported with its file and number");
@@ -251,7 +123,7 @@ Directories directoriesOf(const FileTree& files, const PrivateDirectory& place) 
   return directories;
 }
 
-void checkGroups(const FileTree& files, const Loading& loading, const Model& model) {
+void checkGroups(const FileTree& files, const Loading& loading, const LayerModel& model) {
   for (const auto& file : files) {
     for (const std::string& line : linesOf(file.second)) {
       const std::string group = configLineOf(line).name;
@@ -272,7 +144,7 @@ void checkInput(const std::string& input) {
   place.furnish(files);
   const Directories directories = directoriesOf(files, place);
   const std::vector<KnownKey> known = knownKeysOf(files);
-  const Expected expected = loadByHand(files, place, known);
+  const ExpectedLoading expected = loadByHand(files, place, known);
 
   Loading loading(known);
   load(loading, directories);

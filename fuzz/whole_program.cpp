@@ -18,13 +18,10 @@
 #include "common/memory_file.h"
 #include "common/padding.h"
 #include "common/private_host.h"
+#include "common/program_runs.h"
 #include "common/target.h"
-#include "generators/generated_config.h"
 #include "generators/generated_group.h"
-#include "generators/lxc_config.h"
-#include "generators/property_file.h"
 #include "generators/property_rows.h"
-#include "main/command_line.h"
 #include "support/log_capture.h"
 
 namespace Cradle::Fuzz {
@@ -35,92 +32,6 @@ using Generators::RunFacts;
 using Parser::ConfigParser;
 using Parser::LoadResult;
 using Strings = std::vector<std::string>;
-
-// Names that no input holds.
-const std::string kUnrelated = "/" + std::string(kUnrelatedGroup);
-const std::string kGenerated = "/" + std::string(kUnrelatedGroup) + "generated";
-
-std::optional<Settings> settingsOf(const FileTree& files) {
-  const auto file = files.find("arguments");
-  Strings words = linesOf(file == files.end() ? "--user-id\n1000" : file->second);
-  words.insert(words.begin(), "cradle-generate-config");
-  words.push_back("output");
-  std::vector<const char*> arguments;
-  for (const std::string& word : words) {
-    arguments.push_back(word.c_str());
-  }
-  Settings settings;
-  CommandLine::Complaint complaint;
-  return CommandLine::parse(arguments, settings, complaint) ? std::optional(settings)
-                                                            : std::nullopt;
-}
-
-// The input's files, entries that are removed again, and a place for a generated configuration.
-FileTree hostFiles(FileTree files, const std::string& input, const std::string& generated = "") {
-  const std::string entries = unrelatedEntries(choiceFrom(input) % 64);
-  std::string removals;
-  for (const std::string& line : linesOf(entries)) {
-    removals += line.substr(0, line.find('=') + 1) + (line[0] == '[' ? line : "") + "\n";
-  }
-  files.erase("arguments");
-  files[kUnrelated.substr(1) + "/a.conf"] = entries;
-  files[kUnrelated.substr(1) + "/b.conf"] = removals;
-  files[kGenerated.substr(1) + "/generated.conf"] = generated;
-  return files;
-}
-
-struct Output {
-  int status = 0;
-  std::optional<std::string> text = {};
-  std::string log = {};
-
-  std::string shown() const {
-    return std::to_string(status) + (text ? inQuotes(*text) : " no file ") + log;
-  }
-};
-
-using Generator = decltype(Generators::generateConfig);
-
-struct Outputs {
-  Output config;
-  Output lxc;
-  Output property;
-  bool byChance = false;  // patterns have used up all look-ups
-};
-
-class Runs {
- public:
-  Runs(const PrivateHost& host, const Settings& settings) : host_(host), settings_(settings) {}
-
-  Outputs all(const FileTree& files, const Strings& directories) const {
-    host_.furnish(files);
-    Outputs outputs;
-    outputs.config = run(Generators::generateConfig, "/config", directories, outputs);
-    outputs.lxc = run(Generators::generateLxc, "/lxc", directories, outputs);
-    outputs.property = run(Generators::generateProperties, "/property", directories, outputs);
-    return outputs;
-  }
-
- private:
-  Output run(Generator generator, const std::string& path, const Strings& directories,
-             Outputs& outputs) const {
-    const Testing::LogCapture log;
-    const PrivateHost::Visit visit(host_);
-    Output output;
-    output.status =
-        generator(path, directories, settings_.userId, settings_.instance, settings_.baseUid);
-    output.text = host_.read(path);
-    output.log = log.text();
-    outputs.byChance = outputs.byChance || visit.isExhausted();
-    require(output.status == 0 || output.log.find("ERROR: ") != std::string::npos,
-            "a run that fails says why");
-    require(output.status != 0 || output.text, "a run that succeeds writes its file");
-    return output;
-  }
-
-  const PrivateHost& host_;
-  const Settings& settings_;
-};
 
 // The directories as they are loaded for the first output.
 struct Sources {
@@ -205,7 +116,7 @@ class Check {
       : files_(files), hostFiles_(hostFiles(files, input)), input_(input), settings_(settings) {}
 
   void run() {
-    const Outputs outputs = runs_.all(hostFiles_, settings_.directories);
+    const Outputs outputs = outputsOf(hostFiles_, settings_.directories);
     host().furnish(hostFiles_);
     const Sources sources(host(), settings_);
     if (outputs.byChance) {
@@ -227,10 +138,14 @@ class Check {
     return host;
   }
 
+  Outputs outputsOf(const FileTree& files, const Strings& directories) const {
+    return allOutputs(host(), files, settings_, directories);
+  }
+
   void checkIndependence(const Outputs& outputs) const {
     Strings directories = settings_.directories;
-    directories.insert(directories.begin(), kUnrelated);
-    const Outputs again = runs_.all(hostFiles_, directories);
+    directories.insert(directories.begin(), unrelatedDirectory());
+    const Outputs again = outputsOf(hostFiles_, directories);
     constexpr const char* kProperty = "unrelated entries make no difference";
     requireEqual(again.config.shown(), outputs.config.shown(), kProperty);
     requireEqual(again.lxc.shown(), outputs.lxc.shown(), kProperty);
@@ -261,8 +176,8 @@ class Check {
 
   void checkOtherOutputs(const std::string& generated) const {
     const FileTree files = hostFiles(files_, input_, generated);
-    const Outputs direct = runs_.all(files, settings_.directories);
-    const Outputs indirect = runs_.all(files, {kGenerated});
+    const Outputs direct = outputsOf(files, settings_.directories);
+    const Outputs indirect = outputsOf(files, {generatedDirectory()});
     constexpr const char* kProperty =
         "an output made from the generated configuration is that made from its sources";
     requireEqual(withoutHookComments(indirect.lxc), withoutHookComments(direct.lxc), kProperty);
@@ -274,7 +189,6 @@ class Check {
   const FileTree hostFiles_;
   const std::string& input_;
   const Settings& settings_;
-  const Runs runs_{host(), settings_};
 };
 
 }  // namespace

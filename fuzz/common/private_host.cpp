@@ -103,12 +103,8 @@ const HostUser* PrivateHost::findUser(std::uint32_t id) {
   return findRow(kUsers, &HostUser::id, id);
 }
 
-}  // namespace Cradle::Fuzz
-
 // The names are the linker's: a call of X goes to __wrap_X, and __real_X is X itself.
 extern "C" {
-
-using namespace Cradle::Fuzz;  // NOLINT(google-build-using-namespace): the functions are C's
 
 int __real_open(const char* path, int flags, ...);
 int __wrap_open(const char* path, int flags, ...) {
@@ -180,8 +176,7 @@ char* __wrap_getenv(const char* name) {
   if (visited == nullptr) {
     return __real_getenv(name);
   }
-  const Variable* const variable =
-      Cradle::findRow(kEnvironment, &Variable::name, std::string_view(name));
+  const Variable* const variable = findRow(kEnvironment, &Variable::name, std::string_view(name));
   return variable == nullptr ? nullptr : const_cast<char*>(variable->value);
 }
 
@@ -205,7 +200,7 @@ passwd* __wrap_getpwnam(const char* name) {
   if (visited == nullptr) {
     return __real_getpwnam(name);
   }
-  return entryOf(Cradle::findRow(kUsers, &HostUser::name, std::string_view(name)));
+  return entryOf(findRow(kUsers, &HostUser::name, std::string_view(name)));
 }
 
 std::FILE* __real_popen(const char* commandLine, const char* mode);
@@ -226,3 +221,5 @@ int __wrap_pclose(std::FILE* pipe) {
   return commandStatus;
 }
 }
+
+}  // namespace Cradle::Fuzz
