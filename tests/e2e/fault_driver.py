@@ -17,6 +17,7 @@ from pathlib import Path
 from typing import Any
 
 PATIENCE = 60.0  # seconds for a run
+GRACE = 5.0  # seconds for a command whose end the program could not wait for
 PR_SET_CHILD_SUBREAPER = 36
 MOUNTED = {"/dev", "/proc", "/usr"}
 WORK = Path("/tmp/fault-driver")  # what strace and the streams of the program write
@@ -29,15 +30,18 @@ def adopt_orphans() -> None:
 
 
 def bury_orphans() -> int:
-    """End what the last run left behind; returns how many processes still ran."""
-    running = 0
+    """End what the last run left behind; returns how many processes did not end by themselves."""
+    ended = 0
+    deadline = time.monotonic() + GRACE
     while True:
         try:
             pid, _ = os.waitpid(-1, os.WNOHANG)
         except ChildProcessError:
-            return running
-        if pid == 0:
-            running += 1
+            return ended
+        if pid == 0 and time.monotonic() < deadline:
+            time.sleep(0.01)
+        elif pid == 0:
+            ended += 1
             for child in Path("/proc/thread-self/children").read_text(encoding="ascii").split():
                 os.kill(int(child), signal.SIGKILL)
             os.waitpid(-1, 0)
