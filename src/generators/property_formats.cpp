@@ -122,7 +122,7 @@ bool networkIsTheGuests(const OutputContext& context, const OutputRow& row) {
 
 bool logLevelIsKnown(const OutputContext& context, const OutputRow& row) {
   const char level = capitalOf(context.config.text(row.source));
-  return level != '\0' && kLogLevelLetters.find(level) != std::string_view::npos;
+  return kLogLevelLetters.find(level) != std::string_view::npos;
 }
 
 bool writeRawLines(OutputContext& context, const OutputRow& row) {
