@@ -1,11 +1,13 @@
 #include "glob_paths.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include "base/text.h"
 #include "support/child_process.h"
@@ -15,6 +17,7 @@ namespace Cradle::Parser {
 namespace {
 
 using Testing::inChildProcess;
+using Testing::nextDescriptor;
 using Testing::TemporaryDirectory;
 
 class GlobPaths : public ::testing::Test {
@@ -96,6 +99,31 @@ TEST_F(GlobPaths, SortsInByteOrder) {
 TEST_F(GlobPaths, SortsADirectoryByItsNameWithTheSlash) {
   has({"a/file", "a.b", "a0"});
   EXPECT_EQ(sortedMatches("*"), "a.b a/ a0");
+}
+
+TEST_F(GlobPaths, MindsNoEarlierErrorAndKeepsIt) {
+  has({"a.sh"});
+  const std::string pattern = directory_.path("*.sh");
+  errno = EINTR;  // which would mean to try again
+  const std::vector<std::string> paths = globPaths(pattern);
+  EXPECT_EQ(errno, EINTR);
+  EXPECT_EQ(paths.size(), 1U);
+}
+
+TEST_F(GlobPaths, LeavesNoDirectoryOpen) {
+  has({"a.sh"});
+  const int before = nextDescriptor();
+  matches("*.sh");
+  EXPECT_EQ(nextDescriptor(), before);
+}
+
+TEST_F(GlobPaths, KeepsNoMemory) {
+  has({"a.sh"});
+  const std::string pattern = directory_.path("*.sh");
+  globPaths(pattern);
+  const std::size_t before = mallinfo2().uordblks;
+  globPaths(pattern);
+  EXPECT_EQ(mallinfo2().uordblks, before);
 }
 
 // Failures
