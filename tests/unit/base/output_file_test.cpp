@@ -73,12 +73,14 @@ TEST_F(OutputFileTest, LeavesAFileThatIsAnothersOpen) {
 }
 
 TEST_F(OutputFileTest, GoesOnWhereItIsMovedTo) {
-  OutputFile first(path());
-  first.write("a");
-  OutputFile second(std::move(first));
-  second.write("b");
   OutputFile third(directory_.path("other"));
-  third = std::move(second);
+  {
+    OutputFile first(path());
+    first.write("a");
+    OutputFile second(std::move(first));
+    second.write("b");
+    third = std::move(second);
+  }
   third.write("c");
   EXPECT_EQ(written(), "abc");
   EXPECT_EQ(directory_.read("other"), "");
@@ -104,7 +106,10 @@ void writeInterrupted(int pipe, const std::string& text) {
 }
 
 TEST_F(OutputFileTest, WritesOnWhereTheSystemTakesOnlyAPart) {
-  const std::string text(1'000'000, 'x');
+  std::string text;
+  while (text.size() < 1'000'000) {
+    text += std::to_string(text.size()) + '\n';
+  }
   EXPECT_EQ(inChildProcess([&] {
               int ends[2];
               if (pipe(ends) != 0) {
@@ -113,14 +118,14 @@ TEST_F(OutputFileTest, WritesOnWhereTheSystemTakesOnlyAPart) {
               writeInterrupted(ends[1], text);
               close(ends[1]);
               usleep(50'000);  // the pipe is full, and the writer interrupted in the middle
-              std::size_t size = 0;
+              std::string received;
               char piece[1000];
               for (ssize_t count; (count = read(ends[0], piece, sizeof piece)) > 0;) {
-                size += static_cast<std::size_t>(count);
+                received.append(piece, static_cast<std::size_t>(count));
               }
-              return std::to_string(size);
+              return received;
             }),
-            "1000000");
+            text);
 }
 
 // What `action` leaves in the pipe that stands under that number, in a process of its own.
