@@ -55,6 +55,7 @@ struct Setting {
 constexpr Setting kLevelSettings[] = {
     {"[Logging]\na.b=debug\n", "debug"},
     {"[Logging]\na.b=Error\n", "error"},
+    {"[Logging]\na.b=critical\n", "critical"},
     {"[Logging]\na.b=0\n", "critical"},
     {"[Logging]\na.b=4\n", "debug"},
     {"[Logging]\na.b=0x3\n", "info"},
