@@ -8,6 +8,7 @@ set -euo pipefail
 seconds=$1
 shift
 mount -t tmpfs -o size=1g,mode=1777 tmpfs /tmp
+cd /tmp
 while read -r _ _ _ _ place _; do
     case $place in
         /proc | /proc/* | /sys | /sys/* | /dev | /dev/* | /tmp | /tmp/*) ;;

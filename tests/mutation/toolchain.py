@@ -92,8 +92,11 @@ class Toolchain:
         raise BuildError(f"{path}: no object is made of it")
 
     def objects_that_see(self, path: str) -> list[str]:
-        return sorted(name for name, paths in self._dependencies.items() if path in paths
-                      and name in self._compile_commands)
+        """Those made of it come first: what is wrong with it shows there soonest."""
+        seeing = [name for name, paths in self._dependencies.items() if path in paths]
+        known = (name for name in seeing if name in self._compile_commands)
+        stem = Path(path).stem
+        return sorted(known, key=lambda name: (not name.endswith(f"/{stem}.cpp.o"), name))
 
     def compile(self, name: str, overlay: Path, out: Path) -> Path:
         """One object, with the files of the overlay in the place of those of the tree."""

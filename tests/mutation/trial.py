@@ -8,6 +8,7 @@ import json
 import os
 import re
 import subprocess
+import sys
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Callable
@@ -82,6 +83,8 @@ class Build:
         self.toolchain, self.path, self.out = toolchain, path, out
         self.objects: dict[str, Path] = {}
         self.programs: dict[str, Path] = {}
+        self.checked: set[Path] = set()  # the programs that were tested with no fault chosen
+        self.broken = ""  # the test that failed then
         for old in out.iterdir():
             old.unlink()
         self.overlay = self._overlay(code)
@@ -150,11 +153,13 @@ class Trials:
         build = self._build(together)
         if build is None:
             return
-        unchanged = self._ask(build, 0) if together.faults() else Verdict("survived")
-        if unchanged.kind != "survived":
-            return  # where they stand together something else goes wrong
         for number, fault in together.faults().items():
-            done(fault, self._ask(build, number))
+            verdict = self._ask(build, number)
+            if build.broken:
+                # They are tried one by one then, which takes longer.
+                print(f"mutate: {path}: without a fault: {build.broken}", file=sys.stderr)
+                return
+            done(fault, verdict)
 
     def _build(self, together: Together) -> Build | None:
         """A build of all faults that compile together."""
@@ -171,18 +176,29 @@ class Trials:
 
     def _ask(self, build: Build, number: int) -> Verdict:
         """What the tests say to the fault with this number."""
-        for tests, limits in ((build.own_tests, OWN), (build.other_tests, ALL)):
-            program = tests()
+        stages = [(build.own_tests, self._own_tests), (build.other_tests, self._other_tests)]
+        if self.with_end_to_end:
+            stages.append((build.program, self._end_to_end_tests))
+        for program_of, ask in stages:
+            program = program_of()
             if program is None:
                 continue
+            if number and program not in build.checked:
+                choose_fault(program, 0)
+                unchanged = ask(program, build.path)
+                build.checked.add(program)
+                build.broken = unchanged.killer
             choose_fault(program, number)
-            verdict = _unit_tests(program, limits)
+            verdict = ask(program, build.path)
             if verdict.kind != "survived":
                 return verdict
-        if not self.with_end_to_end:
-            return Verdict("survived")
-        choose_fault(build.program(), number)
-        return self._end_to_end_tests(build.program(), build.path)
+        return Verdict("survived")
+
+    def _own_tests(self, program: Path, _: str) -> Verdict:
+        return _unit_tests(program, OWN)
+
+    def _other_tests(self, program: Path, _: str) -> Verdict:
+        return _unit_tests(program, ALL)
 
     def _end_to_end_tests(self, program: Path, path: str) -> Verdict:
         build = self.toolchain.build

@@ -9,6 +9,7 @@ from source import Source, Statement
 
 EMPTY_RESULTS = {"{}", '""', "nullptr", "std::nullopt", "0", "false"}
 NO_CALLS = {"if", "for", "while", "switch", "return", "sizeof", "alignof", "decltype", "catch"}
+SYMMETRIC = {"max", "min", "swap"}
 
 
 def _all_statements(source: Source) -> Iterator[list[Statement]]:
@@ -58,7 +59,7 @@ def swap_arguments(source: Source) -> Iterator[Change]:
         if closing < i or source.text(i) == "[" or i in source.blocks or not source.in_block(i):
             continue
         before = source.tokens[i - 1]
-        called = before.kind == "name" and before.text not in NO_CALLS | {"assert"}
+        called = before.kind == "name" and before.text not in NO_CALLS | SYMMETRIC
         if source.text(i) == "(" and not called and before.text != ">":
             continue
         parts = source.parts(i)
