@@ -7,7 +7,7 @@ from typing import Any, Iterable, NamedTuple
 from faults import MEMORY, Call, Fault, closes_pipe
 
 SIGABRT = 6
-SANITIZER = 99  # the status of the sanitize preset for an error, such as too little memory for itself
+SANITIZER = 99  # the status of the sanitize preset for an error, as of too little memory
 CONF = r"/[cd]/[^/]*\.conf"
 OUTPUT = "/o/out"
 
