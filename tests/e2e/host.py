@@ -10,6 +10,8 @@ The tests are run by CTest, which sets
     CRADLE_BINARY     the executable under test
     CRADLE_BUILD_DIR  its build directory, visible in the host at the same path
     CRADLE_STUB_DIR   the directory of the stub libraries
+and perhaps by tools/valgrind, which sets
+    CRADLE_VALGRIND   a directory below the build directory for valgrind's reports
 """
 
 import os
@@ -26,6 +28,11 @@ COMMENT = "# This is an automatically generated file, do not edit\n"
 
 # The settings of an instrumented build, handed on to the program as they are.
 INSTRUMENTATION = ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE")
+
+# Any error, and any memory that is lost, changes the status of the run.
+MEMCHECK = ("/usr/bin/valgrind", "--vgdb=no", "--error-exitcode=99", "--num-callers=30")
+MEMCHECK += ("--leak-check=full", "--show-leak-kinds=definite", "--errors-for-leak-kinds=definite")
+SLOWDOWN = 20 if "CRADLE_VALGRIND" in os.environ else 1  # of what a test has patience for
 
 
 def setting(name: str) -> str:
@@ -138,7 +145,7 @@ class Run:
 
     def finish(self, timeout: float = 60) -> Result:
         try:
-            stdout, stderr = self.process.communicate(timeout=timeout)
+            stdout, stderr = self.process.communicate(timeout=timeout * SLOWDOWN)
         except subprocess.TimeoutExpired:
             self.kill()
             raise
@@ -312,6 +319,8 @@ class Host:
         command += ["/usr/bin/env", "-i", *(f"{n}={v}" for n, v in environment.items())]
         if strace:
             command += ["/usr/bin/strace", "-o", "/trace", "-s", "4096", *strace]
+        if not program and not strace:
+            command += self._memcheck()
         command += [program or self.binary, *arguments]
         namespace = ["/usr/bin/unshare", "--mount"]
         if os.geteuid() != 0:
@@ -328,6 +337,13 @@ class Host:
         run = Run(process)
         self.runs.append(run)
         return run
+
+    def _memcheck(self) -> list[str]:
+        """What stands before the program so that valgrind runs it, if it shall."""
+        reports = os.environ.get("CRADLE_VALGRIND")
+        if not reports:
+            return []
+        return [*MEMCHECK, f"--log-file={reports}/{self.root.name}.{len(self.runs)}"]
 
     def run(self, *arguments: str, timeout: float = 60, **options: Any) -> Result:
         """Run the program to its end; the options are those of start."""
