@@ -64,9 +64,7 @@ std::string join(std::span<const std::string> parts, std::string_view separator)
 }
 
 void toLowerCase(std::string& text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char character) {
-    return static_cast<char>(std::tolower(character));
-  });
+  std::transform(text.begin(), text.end(), text.begin(), lowerCase);
 }
 
 }  // namespace Cradle

@@ -1,7 +1,8 @@
 // Text helpers that every layer shares: splitting at one character, trimming and joining.
 //
 // Views returned from here point into the text given; the caller keeps that text alive. Nothing
-// here fails. "White space" is what the C library's isspace says in the "C" locale.
+// here fails. Which characters are letters or white space is a matter of the "C" locale, whichever
+// one a program has chosen.
 #pragma once
 
 #include <cstddef>
@@ -47,6 +48,16 @@ std::string_view trimLeft(std::string_view text);
 
 // The parts in order with `separator` between them.
 std::string join(std::span<const std::string> parts, std::string_view separator);
+
+// Any character but the letters A to Z, or a to z, stays as it is.
+constexpr char lowerCase(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                              : character;
+}
+constexpr char upperCase(char character) {
+  return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
+                                              : character;
+}
 
 // Turns the letters A to Z of `text` into small ones.
 void toLowerCase(std::string& text);

@@ -1,10 +1,10 @@
 #include "generators/property_formats.h"
 
-#include <cctype>
 #include <charconv>
 
 #include <pwd.h>
 
+#include "base/text.h"
 #include "generators/invalid_value.h"
 #include "generators/opengl_version.h"
 
@@ -13,8 +13,7 @@ namespace {
 
 // The first letter as a capital, or NUL for the empty text.
 char capitalOf(const std::string& text) {
-  return text.empty() ? '\0'
-                      : static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+  return text.empty() ? '\0' : upperCase(text.front());
 }
 
 // The user that a whole decimal number names.
@@ -120,9 +119,12 @@ bool networkIsTheGuests(const OutputContext& context, const OutputRow& row) {
   return word != kSkippedNetwork && word != kDisabledNetwork;
 }
 
+bool isLogLevel(const std::string& text) {
+  return kLogLevelLetters.find(capitalOf(text)) != std::string_view::npos;
+}
+
 bool logLevelIsKnown(const OutputContext& context, const OutputRow& row) {
-  const char level = capitalOf(context.config.text(row.source));
-  return kLogLevelLetters.find(level) != std::string_view::npos;
+  return isLogLevel(context.config.text(row.source));
 }
 
 bool writeRawLines(OutputContext& context, const OutputRow& row) {

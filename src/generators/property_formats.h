@@ -58,6 +58,8 @@ inline constexpr Format kLaunchMode{"fullscreen or freeform", formatLaunchMode};
 bool appIdsAreMangled(const OutputContext& context, const OutputRow& row);
 bool manglingTypeIsNotNone(const OutputContext& context, const OutputRow& row);
 bool networkIsTheGuests(const OutputContext& context, const OutputRow& row);
+// Whether the text begins with a letter of a log level, in any case.
+bool isLogLevel(const std::string& text);
 bool logLevelIsKnown(const OutputContext& context, const OutputRow& row);
 
 inline constexpr Condition kIfMangled{"unless None with an empty prefix", appIdsAreMangled};

@@ -1,7 +1,6 @@
 #include "generators/value_kind.h"
 
 #include <array>
-#include <cctype>
 
 #include "base/conversion.h"
 #include "generators/locale.h"
@@ -33,11 +32,6 @@ bool isLocaleName(const std::string& text) {
 
 bool isMountEntry(const std::string& text) {
   return Parser::mountEntryFault(text).empty();
-}
-
-bool beginsLogLevel(const std::string& text) {
-  return !text.empty() && kLogLevelLetters.find(static_cast<char>(std::toupper(
-                              static_cast<unsigned char>(text.front())))) != std::string_view::npos;
 }
 
 constexpr std::array<ValueKindRow, 16> kKinds{{
@@ -78,7 +72,7 @@ constexpr std::array<ValueKindRow, 16> kKinds{{
      "nothing.",
      isLocaleName},
     {ValueKind::LogLevel, false, "A word that begins with v, d, i, w, e, f or s, in any case.",
-     beginsLogLevel},
+     isLogLevel},
     {ValueKind::Lines, true, "Any number of lines, each taken as it stands.", acceptsAny},
 }};
 

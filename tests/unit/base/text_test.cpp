@@ -131,6 +131,19 @@ TEST(Join, PutsTheSeparatorBetweenTheParts) {
   EXPECT_EQ(joined({"", "b", ""}), ", b, ");
 }
 
+// What the compiler knows depends on no locale.
+static_assert(lowerCase('A') == 'a' && lowerCase('I') == 'i' && lowerCase('Z') == 'z');
+static_assert(upperCase('a') == 'A' && upperCase('i') == 'I' && upperCase('z') == 'Z');
+
+TEST(UpperCase, ChangesTheSmallLettersOnly) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const char character = static_cast<char>(byte);
+    const bool small = character >= 'a' && character <= 'z';
+    EXPECT_EQ(upperCase(character), small ? static_cast<char>(byte - ('a' - 'A')) : character)
+        << "byte " << byte;
+  }
+}
+
 TEST(ToLowerCase, ChangesTheCapitalLettersOnly) {
   for (int byte = 0; byte < 256; ++byte) {
     const char character = static_cast<char>(byte);
