@@ -146,6 +146,9 @@ class Check {
     Strings directories = settings_.directories;
     directories.insert(directories.begin(), unrelatedDirectory());
     const Outputs again = outputsOf(hostFiles_, directories);
+    if (again.byChance) {
+      return;
+    }
     constexpr const char* kProperty = "unrelated entries make no difference";
     requireEqual(again.config.shown(), outputs.config.shown(), kProperty);
     requireEqual(again.lxc.shown(), outputs.lxc.shown(), kProperty);
@@ -178,6 +181,9 @@ class Check {
     const FileTree files = hostFiles(files_, input_, generated);
     const Outputs direct = outputsOf(files, settings_.directories);
     const Outputs indirect = outputsOf(files, {generatedDirectory()});
+    if (direct.byChance || indirect.byChance) {
+      return;
+    }
     constexpr const char* kProperty =
         "an output made from the generated configuration is that made from its sources";
     requireEqual(withoutHookComments(indirect.lxc), withoutHookComments(direct.lxc), kProperty);
