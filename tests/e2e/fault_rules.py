@@ -8,6 +8,7 @@ from faults import MEMORY, Call, Fault, closes_pipe
 
 SIGABRT = 6
 SANITIZER = 99  # the status of the sanitize preset for an error, as of too little memory
+OUT_OF_MEMORY = re.compile(r"out of memory|failed to (?:allocate|mmap)|allocation-size-too-big")
 CONF = r"/[cd]/[^/]*\.conf"
 OUTPUT = "/o/out"
 
@@ -63,7 +64,9 @@ def ended_by_itself(fault: Fault, outcome: Any) -> bool:
     status = outcome["status"]
     if fault.call.early:  # the loader has ways of its own to fail a start
         return status is not None
-    return status in (0, 1) or (status in (-SIGABRT, SANITIZER) and fault.call.name in MEMORY)
+    if status == SANITIZER:
+        return fault.call.name in MEMORY and OUT_OF_MEMORY.search(outcome["stderr"]) is not None
+    return status in (0, 1) or (status == -SIGABRT and fault.call.name in MEMORY)
 
 
 def traces(outcome: Any) -> Iterable[str]:
