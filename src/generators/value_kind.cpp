@@ -38,7 +38,7 @@ constexpr std::array<ValueKindRow, 16> kKinds{{
     {ValueKind::Text, false, "Any text; it is taken as it stands.", acceptsAny},
     {ValueKind::List, true, "Any number of texts.", acceptsAny},
     {ValueKind::Boolean, false,
-     "The word true or the word false. Every other text counts as false, in other letters too.",
+     "The word true or the word false. Any other text counts as false, True and TRUE too.",
      converts<convertBool>},
     {ValueKind::Integer, false,
      "A decimal number of 32 bits with an optional sign, or a hexadecimal one behind 0x. Of a text "
