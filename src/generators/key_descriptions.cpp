@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::string_view kGuestsDefault = "the guest's own default";
 constexpr std::string_view kFound = "found out anew by the run";
+constexpr std::string_view kNoBusNode = "empty, so that /dev/ is the source of the mount";
 
 constexpr auto kGroups = std::to_array<GroupDescription>({
     {"Config", "The container itself and the settings of its Android guest."},
@@ -38,14 +39,19 @@ constexpr auto kKeys = std::to_array<KeyDescription>({
     {{"Config", "ApparmorProfile"},
      "The AppArmor profile of the container.",
      "LXC's own default, as when empty"},
-    {{"Config", "DataRoot"}, "The host directory whose \"data\" becomes the guest's /data."},
+    {{"Config", "DataRoot"},
+     "The host directory whose \"data\" becomes the guest's /data.",
+     "empty, so that the host's /data is mounted"},
     {{"Config", "StoragePath"},
      "The guest's shared storage, which is mounted when it lies outside of DataRoot.",
      "empty, and nothing is mounted"},
     {{"Config", "PropertyFilePath"},
      "The property file that the guest reads at boot: where the output of the property run will "
-     "lie."},
-    {{"Config", "WaylandSocketPath"}, "The host's Wayland socket; its directory is mounted."},
+     "lie.",
+     "empty, so that the entry has no source"},
+    {{"Config", "WaylandSocketPath"},
+     "The host's Wayland socket; its directory is mounted.",
+     "empty, so that . is the source of the mount"},
     {{"Config", "MountHome"}, "Mounts the user's home directory, read-only."},
     {{"Config", "Mounts"},
      "Further mounts, each of six fields with single blanks between them: source, target, type, "
@@ -58,7 +64,7 @@ constexpr auto kKeys = std::to_array<KeyDescription>({
     {{"Config", "SDCardFSForced"}, "Forces the guest's sdcardfs on; without it, it is forced off."},
     {{"Config", "AppIdManglingType"},
      "How Wayland application ids are made from package names.",
-     "an error: the property run needs the key"},
+     "none, and the property run ends with an error"},
     {{"Config", "AppIdPrefix"}, "What such an application id begins with.", "none, as when empty"},
     {{"Config", "Dex2oatMaxHeapSize"}, "The most memory that compiling an application may take."},
     {{"Config", "AppLaunchMode"}, "How applications start.", kGuestsDefault},
@@ -93,9 +99,11 @@ constexpr auto kKeys = std::to_array<KeyDescription>({
     {{"Config", "CustomProperties"}, "Further lines of the property file."},
 
     // The nodes of Android's three inter-process buses
-    {{"Devices", "BinderDev"}, "The node of Android's inter-process bus of applications."},
-    {{"Devices", "HwBinderDev"}, "The node of the bus of the hardware services."},
-    {{"Devices", "VndBinderDev"}, "The node of the bus of the vendor's services."},
+    {{"Devices", "BinderDev"},
+     "The node of Android's inter-process bus of applications.",
+     kNoBusNode},
+    {{"Devices", "HwBinderDev"}, "The node of the bus of the hardware services.", kNoBusNode},
+    {{"Devices", "VndBinderDev"}, "The node of the bus of the vendor's services.", kNoBusNode},
     {{"Devices", "RequiredDevNodes"},
      "Nodes without which the container does not start. Patterns are allowed; a name that matches "
      "nothing is an error."},

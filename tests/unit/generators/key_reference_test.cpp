@@ -84,7 +84,7 @@ TEST(KeyReference, TellsWhatBecomesOfAValue) {
             "boolean, false false true\n"
             "property: ro.quoll.no_camera=VALUE|0 for true, otherwise 1|");
   EXPECT_EQ(shown("Config/WaylandSocketPath"),
-            "path, empty\n"
+            "path, empty, so that . is the source of the mount\n"
             "lxc: lxc.mount.entry = VALUE run/display none rbind,nodev,nosuid,create=dir 0 0|"
             "the directory: what stands before the last /|\n"
             "property: ro.quoll.wayland_display=VALUE|the name: what stands behind the last /|");
