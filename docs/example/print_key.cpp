@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
   libraryLogger().setTarget(LoggerConfig::TargetStderr);
   LoggerConfig::configure(nullptr);  // what the environment says about logging
 
-  ConfigParser parser(-1);
+  ConfigParser parser(-1);  // no user: dconf templates read in the caller's environment
   parser.addTemplate("INSTANCE", "default");
   if (parser.loadDirectories(directories) != LoadResult::Loaded || !parser.hasKey(group, key)) {
     return EXIT_FAILURE;
