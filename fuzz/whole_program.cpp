@@ -180,7 +180,11 @@ class Check {
   void checkOtherOutputs(const std::string& generated) const {
     const FileTree files = hostFiles(files_, input_, generated);
     const Outputs direct = outputsOf(files, settings_.directories);
-    const Outputs indirect = outputsOf(files, {generatedDirectory()});
+    Settings others = settings_;  // than those of the stored facts, which count
+    others.userId = 0;
+    others.instance = "other";
+    others.baseUid = settings_.baseUid + 1;
+    const Outputs indirect = allOutputs(host(), files, others, {generatedDirectory()});
     if (direct.byChance || indirect.byChance) {
       return;
     }
