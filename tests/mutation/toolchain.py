@@ -12,6 +12,8 @@ import subprocess
 from functools import cached_property
 from pathlib import Path
 
+from reach import reached_objects
+
 ARCHIVE = "src/libcradle-config.a"
 UNIT_TESTS = "tests/unit/cradle-unit-tests"
 PROGRAM = "cradle-generate-config"
@@ -33,6 +35,12 @@ def run(command: list[str], directory: Path) -> str:
     if result.returncode != 0:
         raise BuildError(result.stderr or result.stdout)
     return result.stdout
+
+
+def test_of(name: str) -> str:
+    """The file of unit tests that an object is made of; nothing for other objects."""
+    match = re.search(r"/cradle-unit-tests\.dir/(.*_test\.cpp)\.o$", name)
+    return match[1] if match else ""
 
 
 def _light(command: str) -> list[str]:
@@ -83,6 +91,7 @@ class Toolchain:
         """Make what all builds share."""
         self._standard_headers  # pylint: disable=pointless-statement
         self._dependencies  # pylint: disable=pointless-statement
+        self._reached  # pylint: disable=pointless-statement
 
     def object_of(self, path: str) -> str:
         """The object that is made of a .cpp file."""
@@ -97,6 +106,17 @@ class Toolchain:
         known = (name for name in seeing if name in self._compile_commands)
         stem = Path(path).stem
         return sorted(known, key=lambda name: (not name.endswith(f"/{stem}.cpp.o"), name))
+
+    @cached_property
+    def _reached(self) -> dict[str, set[str]]:
+        libraries = [name for name in self._compile_commands if "/cradle-config.dir/" in name]
+        tests = [name for name in self._compile_commands if test_of(name)]
+        return reached_objects([Path(name) for name in libraries + tests], self.build)
+
+    def tests_that_reach(self, names: list[str]) -> set[str]:
+        """The files of unit tests that are made of one of these objects or need one."""
+        return {test_of(name) for name, reached in self._reached.items()
+                if test_of(name) and not reached.isdisjoint(names)}
 
     def compile(self, name: str, overlay: Path, out: Path) -> Path:
         """One object, with the files of the overlay in the place of those of the tree."""
@@ -123,8 +143,7 @@ class Toolchain:
         only those of the files `tests` are linked."""
         words = []
         for word in self._link_commands[target]:
-            test = re.search(r"/cradle-unit-tests\.dir/(.*_test\.cpp)\.o$", word)
-            if test and test[1] not in tests:
+            if test_of(word) and test_of(word) not in tests:
                 continue
             if word == ARCHIVE:
                 words += [str(path) for name, path in faulty.items() if "cradle-config.dir/" in name]

@@ -16,7 +16,7 @@ from typing import Callable
 from fault import Fault
 from source import read_source
 from together import Together, choose_fault, named_in
-from toolchain import PROGRAM, UNIT_TESTS, BuildError, Toolchain
+from toolchain import PROGRAM, UNIT_TESTS, BuildError, Toolchain, test_of
 
 HERE = Path(__file__).parent
 UNSHARE = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "--net"]
@@ -83,8 +83,8 @@ class Build:
         self.toolchain, self.path, self.out = toolchain, path, out
         self.objects: dict[str, Path] = {}
         self.programs: dict[str, Path] = {}
-        self.checked: set[Path] = set()  # the programs that were tested with no fault chosen
-        self.broken = ""  # the test that failed then
+        self.checked: set[str] = set()  # the tests that were run with no fault chosen
+        self.broken = ""  # the one that failed then
         for old in out.iterdir():
             old.unlink()
         self.overlay = self._overlay(code)
@@ -120,12 +120,9 @@ class Build:
         return self._linked("own", UNIT_TESTS, {own}) if has_some else None
 
     def other_tests(self) -> Path | None:
-        """The unit tests that may see the source, if any does."""
-        if all("/cradle-config.dir/" not in name for name in self.names):
-            return None
-        top = self.toolchain.root / "tests/unit"
-        files = {str(path.relative_to(top)) for path in top.glob("**/*_test.cpp")}
-        return self._linked("others", UNIT_TESTS, files - {test_file(self.path)})
+        """The other unit tests that reach the source, if any does."""
+        files = self.toolchain.tests_that_reach(self.names) - {test_file(self.path)}
+        return self._linked("others", UNIT_TESTS, files) if files else None
 
     def program(self) -> Path:
         return self._linked("program", PROGRAM, set())
@@ -183,24 +180,25 @@ class Trials:
             program = program_of()
             if program is None:
                 continue
-            if number and program not in build.checked:
+            if number:
+                choose_fault(program, number)
+            verdict = ask(program, build.path, "")
+            if verdict.kind == "survived":
+                continue
+            if number and verdict.killer not in build.checked:
                 choose_fault(program, 0)
-                unchanged = ask(program, build.path)
-                build.checked.add(program)
-                build.broken = unchanged.killer
-            choose_fault(program, number)
-            verdict = ask(program, build.path)
-            if verdict.kind != "survived":
-                return verdict
+                build.broken = ask(program, build.path, verdict.killer).killer
+                build.checked.add(verdict.killer)
+            return verdict
         return Verdict("survived")
 
-    def _own_tests(self, program: Path, _: str) -> Verdict:
-        return _unit_tests(program, OWN)
+    def _own_tests(self, program: Path, _: str, test: str) -> Verdict:
+        return _unit_tests(program, OWN, test)
 
-    def _other_tests(self, program: Path, _: str) -> Verdict:
-        return _unit_tests(program, ALL)
+    def _other_tests(self, program: Path, _: str, test: str) -> Verdict:
+        return _unit_tests(program, ALL, test)
 
-    def _end_to_end_tests(self, program: Path, path: str) -> Verdict:
+    def _end_to_end_tests(self, program: Path, path: str, test: str) -> Verdict:
         build = self.toolchain.build
         settings = {
             "CRADLE_BINARY": str(program),
@@ -208,23 +206,33 @@ class Trials:
             "CRADLE_STUB_DIR": str(build / "tests/e2e"),
             "CRADLE_LXC_READER": str(build / "tests/e2e/lxc-reader"),
         }
-        words = " and ".join(f"not {word}" for word in SLOW)
-        files = map(str, end_to_end_files(self.toolchain.root, path))
-        command = ["/usr/bin/python3", "-m", "pytest", "-q", "-x", "--tb=no", "-p",
-                   "no:cacheprovider", "-k", words, *files]
-        status, output = in_sandbox(command, END_TO_END, **settings)
-        if status in OUT_OF_TIME:
-            return Verdict("time", "end-to-end tests")
-        failed = re.findall(r"^(?:FAILED|ERROR) (\S+)", output, re.MULTILINE)
-        if status == 1 and failed:
-            return Verdict("e2e", failed[0].rpartition("/")[2])
-        if status != 0:
-            raise RuntimeError(f"pytest ended with status {status}:\n{output}")
-        return Verdict("survived")
+        if test:
+            return _end_to_end_tests([self.toolchain.root / "tests/e2e" / test], settings)
+        first, *rest = end_to_end_files(self.toolchain.root, path)
+        verdict = _end_to_end_tests([first], settings)  # collecting all of them takes longer
+        return verdict if verdict.found() else _end_to_end_tests(rest, settings)
 
 
-def _unit_tests(program: Path, limits: Limits) -> Verdict:
-    status, output = in_sandbox([str(program), "--gtest_fail_fast"], limits)
+def _end_to_end_tests(files: list[Path], settings: dict[str, str]) -> Verdict:
+    words = " and ".join(f"not {word}" for word in SLOW)
+    command = ["/usr/bin/python3", "-m", "pytest", "-q", "-x", "--tb=no", "-p",
+               "no:cacheprovider", "-k", words, *map(str, files)]
+    status, output = in_sandbox(command, END_TO_END, **settings)
+    if status in OUT_OF_TIME:
+        return Verdict("time", "")
+    failed = re.findall(r"^(?:FAILED|ERROR) (\S+)", output, re.MULTILINE)
+    if status == 1 and failed:
+        return Verdict("e2e", failed[0].rpartition("/")[2])
+    if status != 0:
+        raise RuntimeError(f"pytest ended with status {status}:\n{output}")
+    return Verdict("survived")
+
+
+def _unit_tests(program: Path, limits: Limits, test: str) -> Verdict:
+    command = [str(program), "--gtest_fail_fast"]
+    if "." in test:
+        command.append(f"--gtest_filter={test}")
+    status, output = in_sandbox(command, limits)
     begun = re.findall(r"^\[ RUN      \] ([\w/.]+)", output, re.MULTILINE)
     if status in OUT_OF_TIME:
         return Verdict("time", begun[-1] if begun else "the beginning")
@@ -239,12 +247,6 @@ def test_file(path: str) -> str:
     return re.sub(r"\.(cpp|h)$", "_test.cpp", path.removeprefix("src/"))
 
 
-def test_of(name: str) -> str:
-    """The file of unit tests that an object is made of; nothing for other objects."""
-    match = re.search(r"/cradle-unit-tests\.dir/(.*_test\.cpp)\.o$", name)
-    return match[1] if match else ""
-
-
 def words_of(name: str) -> set[str]:
     """The words of a file's name, in the singular."""
     return {re.sub("ies$", "y", word).rstrip("s") for word in re.split(r"[/_.]", name)}
@@ -254,6 +256,8 @@ def end_to_end_files(root: Path, path: str) -> list[Path]:
     """The files of end-to-end tests in the order in which they are asked about a source."""
     files = {file.stem.removeprefix("test_"): file for file in root.glob("tests/e2e/test_*.py")}
     about = words_of(path.removeprefix("src/")) - {"config", "file", "cpp", "h", "generator"}
+    if "row" in about:
+        about.add("golden")  # which has every row
 
     def rank(name: str) -> tuple[int, int, str]:
         late = FIRST.index(name) if name in FIRST else len(FIRST)
