@@ -1,10 +1,13 @@
 #include "base/name_table.h"
 
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory_resource>
 #include <random>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -59,6 +62,28 @@ TEST_F(NameTableTest, TellsAllNamesApart) {
   for (int i = 0; i < 6; ++i) {
     EXPECT_EQ(get(names[i]), i) << names[i];
   }
+}
+
+// Two names whose hashes agree in all bits that a table keeps.
+std::pair<std::string, std::string> namesOfOneHash() {
+  std::unordered_map<std::uint32_t, std::string> names;
+  for (int i = 0;; ++i) {
+    const std::string name = std::to_string(i);
+    const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
+    const auto [earlier, isNew] = names.emplace(hash, name);
+    if (!isNew) {
+      return {earlier->second, name};
+    }
+  }
+}
+
+TEST_F(NameTableTest, TellsNamesOfOneHashApart) {
+  const auto [first, second] = namesOfOneHash();
+  set(first, 1);
+  EXPECT_EQ(get(second), -1);
+  set(second, 2);
+  EXPECT_EQ(get(first), 1);
+  EXPECT_EQ(get(second), 2);
 }
 
 TEST_F(NameTableTest, ChangesARecordThatItFinds) {
