@@ -120,7 +120,7 @@ def report(outcomes: list[Outcome], made: list[Fault], reasons: dict[Key, str]) 
     found = {fault.key for fault, verdict in outcomes if verdict.found()}
     for fault, verdict in outcomes:
         if verdict.kind == "time":
-            print(f"{fault}: timed out in {verdict.killer or "end-to-end tests"}")
+            print(f"{fault}: timed out in {verdict.killer or 'end-to-end tests'}")
     for fault in unexplained:
         print(f"\n{fault}: survived\n{entry_of(fault)}")
     stale = [*unmatched(reasons, made), *(key for key in reasons if key in found)]

@@ -220,7 +220,7 @@ def _end_to_end_tests(files: list[Path], settings: dict[str, str]) -> Verdict:
     status, output = in_sandbox(command, END_TO_END, **settings)
     if status in OUT_OF_TIME:
         return Verdict("time", "")
-    failed = re.findall(r"^(?:FAILED|ERROR) (\S+)", output, re.MULTILINE)
+    failed = re.findall(r"^(?:FAILED|ERROR) ([\w/.]+::\w+)", output, re.MULTILINE)
     if status == 1 and failed:
         return Verdict("e2e", failed[0].rpartition("/")[2])
     if status != 0:
