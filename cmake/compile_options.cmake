@@ -8,15 +8,16 @@ endif()
 # Assertions guard against programming errors in every build.
 add_compile_options(-UNDEBUG)
 
-# The same sources make the same program wherever they lie. A debugger wants to find them.
-if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
-endif()
-
 # What the program does not use of a static library stays out of it, and a shared one that it does
 # not use is not loaded.
 add_compile_options(-ffunction-sections -fdata-sections)
 add_link_options(-Wl,--gc-sections -Wl,--as-needed)
+
+# The same sources give the same bytes wherever they lie. A packager's mapping stays; a debugger and
+# the counts of coverage need the real places.
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "-prefix-map=")
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+endif()
 
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 include(CheckPIESupported)

@@ -40,7 +40,6 @@ def test_the_data_directory_follows_the_environment(example: Host) -> None:
     lines = generate(example, DEFAULTS, CRADLE_DATA_ROOT="/srv/cradle")
     assert "DataRoot=/var/lib/cradle/default;/srv/cradle" in lines
     assert "StoragePath=/srv/cradle/data/media/0" in lines
-    assert "PropertyFilePath=/srv/cradle/quoll.prop" in lines
 
 
 def test_host_files_that_exist_are_mounted(example: Host) -> None:

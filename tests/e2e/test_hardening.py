@@ -52,3 +52,8 @@ def test_every_source_file_is_compiled_with_checked_library_calls() -> None:
     for command in sources:
         for flag in ("-D_FORTIFY_SOURCE=2", "-fstack-protector-strong", "-O2"):
             assert flag in command.split()
+
+
+def test_where_the_program_was_built_is_not_part_of_it() -> None:
+    program = Path(setting("CRADLE_BINARY")).read_bytes()
+    assert str(Path(__file__).parents[2]).encode() not in program
