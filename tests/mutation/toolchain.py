@@ -14,7 +14,8 @@ from pathlib import Path
 
 from reach import reached_objects
 
-ARCHIVE = "src/libcradle-config.a"
+# The archives of the preset, in the order in which they are linked.
+ARCHIVES = ("src/libcradle-generators.a", "src/libcradle-config.a")
 UNIT_TESTS = "tests/unit/cradle-unit-tests"
 PROGRAM = "cradle-generate-config"
 DROPPED = re.compile(r"-O\d|-W.*|-static-lib.*")
@@ -41,6 +42,11 @@ def test_of(name: str) -> str:
     """The file of unit tests that an object is made of; nothing for other objects."""
     match = re.search(r"/cradle-unit-tests\.dir/(.*_test\.cpp)\.o$", name)
     return match[1] if match else ""
+
+
+def is_of_an_archive(name: str) -> bool:
+    """Whether an object is part of what the programs are linked with."""
+    return re.search(r"/cradle-(generators|config)\.dir/", name) is not None
 
 
 def _light(command: str) -> list[str]:
@@ -109,7 +115,7 @@ class Toolchain:
 
     @cached_property
     def _reached(self) -> dict[str, set[str]]:
-        libraries = [name for name in self._compile_commands if "/cradle-config.dir/" in name]
+        libraries = [name for name in self._compile_commands if is_of_an_archive(name)]
         tests = [name for name in self._compile_commands if test_of(name)]
         return reached_objects([Path(name) for name in libraries + tests], self.build)
 
@@ -125,7 +131,7 @@ class Toolchain:
         command[command.index("-o") + 1] = str(target)
         if name.startswith("src/"):
             command += QUICKLY
-        if "/cradle-config.dir/" in name:
+        if is_of_an_archive(name):
             command += ["-include-pch", str(self._standard_headers)]
         run([*command, "-ivfsoverlay", str(overlay)], self.build)
         return target
@@ -142,11 +148,13 @@ class Toolchain:
         """The program or the unit tests, with the faulty objects first. Of the unit tests' objects
         only those of the files `tests` are linked."""
         words = []
+        before = [str(path) for name, path in faulty.items() if is_of_an_archive(name)]
         for word in self._link_commands[target]:
             if test_of(word) and test_of(word) not in tests:
                 continue
-            if word == ARCHIVE:
-                words += [str(path) for name, path in faulty.items() if "cradle-config.dir/" in name]
+            if word in ARCHIVES:
+                words += before
+                before = []
             words.append(str(faulty.get(word, word)))
         words[words.index("-o") + 1] = str(program)
         run([*words, "-fuse-ld=gold"], self.build)
