@@ -1,12 +1,11 @@
-// A locale of a test's own in which numbers have a decimal comma. The calling thread uses it while
-// it lives.
+// A locale of a test's own in which numbers have a decimal comma. The process uses it while it
+// lives.
 #pragma once
 
+#include <clocale>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
-
-#include <locale.h>
 
 #include "support/environment_variable.h"
 #include "support/temporary_directory.h"
@@ -28,16 +27,12 @@ class CommaLocale {
     if (std::system(command.c_str()) < 0) {
       throw std::runtime_error("cannot run " + command);
     }
-    comma_ = newlocale(LC_NUMERIC_MASK, kName, nullptr);
-    if (comma_ == nullptr) {
+    // Not newlocale, which loses the memory of the search path.
+    if (std::setlocale(LC_NUMERIC, kName) == nullptr) {
       throw std::runtime_error("nothing comes of " + command);
     }
-    previous_ = uselocale(comma_);
   }
-  ~CommaLocale() {
-    uselocale(previous_);
-    freelocale(comma_);
-  }
+  ~CommaLocale() { std::setlocale(LC_NUMERIC, "C"); }
   CommaLocale(const CommaLocale&) = delete;
   CommaLocale& operator=(const CommaLocale&) = delete;
 
@@ -45,8 +40,6 @@ class CommaLocale {
   static constexpr const char* kName = "comma";
 
   TemporaryDirectory directory_;
-  locale_t comma_ = nullptr;
-  locale_t previous_ = nullptr;
 };
 
 }  // namespace Cradle::Testing
