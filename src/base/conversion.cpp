@@ -2,14 +2,13 @@
 
 #include <array>
 #include <charconv>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <string_view>
-
-#include <locale.h>
 
 #include "base/text.h"
 
