@@ -19,9 +19,9 @@ namespace {
 using Testing::nameOf;
 
 KeyReference of(const std::string& name) {
-  for (KeyReference& key : keyReference()) {
+  for (const KeyReference& key : keyReference()) {
     if (nameOf(key.name) == name) {
-      return std::move(key);
+      return key;
     }
   }
   ADD_FAILURE() << "no key " << name;
