@@ -8,6 +8,7 @@ from typing import Iterator
 import pytest
 
 from host import Host, setting
+from installed_tree import InstalledTree
 from manual import command, tables
 from pages import ROOT
 from shells import Bash, Fish, Place, Shell, Zsh
@@ -21,11 +22,7 @@ DIRECTORIES = ["base", "device", "two words"]
 @pytest.fixture(scope="module")
 def installed(tmp_path_factory: pytest.TempPathFactory) -> Path:
     """What "cmake --install" puts below its prefix."""
-    prefix = tmp_path_factory.mktemp("installed")
-    build = setting("CRADLE_BUILD_DIR")
-    status, _, errors = command("cmake", "--install", build, "--prefix", prefix)
-    assert (status, errors) == (0, "")
-    return prefix
+    return InstalledTree(tmp_path_factory.mktemp("installed"), "runtime").root
 
 
 def furnished(directory: Path, installed: Path) -> Place:
