@@ -45,17 +45,11 @@ Reading readByProgram(const std::string& path) {
 
 Reading readByHand(const std::string& text, const std::string& path) {
   Reading reading;
-  std::string group;
-  std::size_t number = 0;
-  for (const std::string& line : linesOf(text)) {
-    ++number;
-    const ConfigLine parsed = configLineOf(line);
-    if (parsed.kind == ConfigLine::Kind::Group) {
-      group = parsed.name;
-    } else if (parsed.kind == ConfigLine::Kind::Entry) {
-      reading.entries += shownEntry(group, parsed.name, parsed.value);
-    } else if (parsed.kind == ConfigLine::Kind::Wrong) {
-      reading.complaints += complaintAbout(parsed, path, number, line);
+  for (const ConfigLine& line : configLinesOf(text)) {
+    if (line.kind == ConfigLine::Kind::Entry) {
+      reading.entries += shownEntry(line.group, line.name, line.value);
+    } else {
+      reading.complaints += complaintAbout(line, path);
       reading.failed = true;
     }
   }

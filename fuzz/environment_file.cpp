@@ -1,7 +1,7 @@
 // Environment files. The first line of the input is the name of a variable, the rest is the file.
 //
-// Properties: the last line for the name gives the value; a missing variable is reported, and so is
-// a file that cannot be read; where the reader's buffer ends makes no difference.
+// Properties: the last line for the name gives the value; a missing variable is reported; where the
+// reader's buffer ends makes no difference.
 
 #include "environment_file.h"
 

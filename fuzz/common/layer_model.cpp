@@ -39,18 +39,12 @@ LayerModel::LayerModel(const std::vector<KnownKey>& known) {
 
 std::string LayerModel::load(const std::string& path, const std::string& text) {
   std::string complaints;
-  std::string group;
-  std::size_t number = 0;
-  for (const std::string& line : linesOf(text)) {
-    ++number;
-    const ConfigLine parsed = configLineOf(line);
-    if (parsed.kind == ConfigLine::Kind::Group) {
-      group = parsed.name;
-    } else if (parsed.kind == ConfigLine::Kind::Wrong) {
-      complaints += complaintAbout(parsed, path, number, line);
-    } else if (parsed.kind == ConfigLine::Kind::Entry && complaints.empty()) {
-      assign(group, parsed.name, parsed.value);
-    } else if (parsed.kind == ConfigLine::Kind::Entry) {
+  for (const ConfigLine& line : configLinesOf(text)) {
+    if (line.kind == ConfigLine::Kind::Wrong) {
+      complaints += complaintAbout(line, path);
+    } else if (complaints.empty()) {
+      assign(line.group, line.name, line.value);
+    } else {
       break;
     }
   }

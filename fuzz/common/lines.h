@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Cradle::Fuzz {
@@ -37,6 +38,9 @@ struct ConfigLine {
   std::string name = {};    // of the group or key
   std::string value = {};   // of the entry
   std::string reason = {};  // what is wrong
+  std::string group = {};   // that the entry is in
+  std::string text = {};    // of the whole line
+  std::size_t number = 0;   // of the line
 };
 
 inline ConfigLine wrongLine(std::string reason) {
@@ -69,11 +73,30 @@ inline ConfigLine configLineOf(const std::string& line) {
                      : wrongLine("Key contains invalid characters");
 }
 
+// The entries and the wrong lines of a file, in their order.
+inline std::vector<ConfigLine> configLinesOf(const std::string& text) {
+  std::vector<ConfigLine> lines;
+  std::string group;
+  std::size_t number = 0;
+  for (const std::string& line : linesOf(text)) {
+    ++number;
+    ConfigLine parsed = configLineOf(line);
+    if (parsed.kind == ConfigLine::Kind::Group) {
+      group = parsed.name;
+    } else if (parsed.kind != ConfigLine::Kind::Nothing) {
+      parsed.group = group;
+      parsed.text = line;
+      parsed.number = number;
+      lines.push_back(std::move(parsed));
+    }
+  }
+  return lines;
+}
+
 // The message about a wrong line.
-inline std::string complaintAbout(const ConfigLine& wrong, const std::string& path,
-                                  std::size_t number, const std::string& line) {
-  return "ERROR: " + wrong.reason + " in " + path + " (" + std::to_string(number) + "): '" + line +
-         "'\n";
+inline std::string complaintAbout(const ConfigLine& wrong, const std::string& path) {
+  return "ERROR: " + wrong.reason + " in " + path + " (" + std::to_string(wrong.number) + "): '" +
+         wrong.text + "'\n";
 }
 
 }  // namespace Cradle::Fuzz
