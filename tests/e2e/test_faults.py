@@ -5,7 +5,7 @@ The calls are those of the program itself; a hook that fails is a hook that fail
     CRADLE_FAULTS=all ctest --preset release -V -R test_faults
 
 the calls before main fail as well, and all calls with errors that they hardly ever meet; what came
-of every kind of fault is listed then.
+of every kind of fault is listed then. With CRADLE_FAULTS=some an eighth of the faults is tried.
 """
 
 import json
@@ -18,7 +18,7 @@ from typing import Any, Iterator
 import pytest
 
 from fault_rules import complaints, figures
-from faults import Call, Fault, calls_of, faults_of, wants_everything
+from faults import Call, Fault, calls_of, faults_of, sampled, wants_everything
 from host import Host, Run
 
 DRIVER = Path(__file__).with_name("fault_driver.py")
@@ -115,11 +115,11 @@ def test_a_run_survives_every_fault(
     arguments = (*RUNS[run], "/o/out")
     clean = Clean(hosts[0], arguments)
     faults = faults_of(clean.calls, wants_everything())
-    outcomes = inject(hosts, arguments, faults)
+    assert len(faults) > 100
+    outcomes = inject(hosts, arguments, sampled(faults))
     found = [text for f, outcome in outcomes for text in complaints(f, outcome, clean)]
     with capsys.disabled() if wants_everything() else nullcontext():
         print(f"\n{run}: {figures(outcomes, clean)}")
-    assert len(faults) > 100
     assert not found, "\n".join(found)
 
 
