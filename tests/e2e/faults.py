@@ -133,5 +133,6 @@ def wants_everything() -> bool:
 
 
 def sampled(faults: list[Fault]) -> list[Fault]:
-    """Every eighth of the faults where only some are wanted."""
-    return faults[::8] if os.environ.get("CRADLE_FAULTS") == "some" else faults
+    """Every fault, or every so manieth where the environment has a number."""
+    every = os.environ.get("CRADLE_FAULTS", "")
+    return faults[:: int(every)] if every.isdecimal() else faults

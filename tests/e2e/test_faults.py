@@ -5,7 +5,7 @@ The calls are those of the program itself; a hook that fails is a hook that fail
     CRADLE_FAULTS=all ctest --preset release -V -R test_faults
 
 the calls before main fail as well, and all calls with errors that they hardly ever meet; what came
-of every kind of fault is listed then. With CRADLE_FAULTS=some an eighth of the faults is tried.
+of every kind of fault is listed then. With CRADLE_FAULTS=8 every eighth fault is tried.
 """
 
 import json
