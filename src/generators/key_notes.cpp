@@ -1,5 +1,6 @@
 #include "generators/key_notes.h"
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 
@@ -106,35 +107,42 @@ constexpr auto kFurtherKeys = std::to_array<FurtherKey>({
 
 constexpr std::string_view kIfAllFacts = "if UserId, User, Home and BaseUid are all there";
 
-// A fact of the run, in both outputs that read a generated configuration.
-constexpr StoredKey fact(std::string_view output, std::string_view key, const Format& type,
-                         std::string_view value) {
-  return {output, {GeneratedGroup::kName, key}, &type, {}, value, kIfAllFacts};
+constexpr StoredKey fact(std::string_view key, const Format& type, std::string_view value) {
+  return {{}, {GeneratedGroup::kName, key}, &type, {}, value, kIfAllFacts};
 }
 
 constexpr StoredKey block(std::string_view output, std::string_view key) {
   return {output, {GeneratedGroup::kName, key}, &kRawLines, "VALUE", kEachElement, {}};
 }
 
-constexpr std::string_view kForUser = "in place of --user-id and the user at the machine";
-constexpr std::string_view kForDatabase = "in place of the user database";
-
-constexpr auto kStoredKeys = std::to_array<StoredKey>({
-    fact(kLxcOutput, GeneratedGroup::kUserId, kU64, kForUser),
-    fact(kLxcOutput, GeneratedGroup::kUser, kText, kForDatabase),
-    fact(kLxcOutput, GeneratedGroup::kHome, kText, kForDatabase),
-    fact(kLxcOutput, GeneratedGroup::kInstance, kText, "in place of --instance"),
-    fact(kLxcOutput, GeneratedGroup::kBaseUid, kU64, "in place of --base-uid"),
-    fact(kPropertyOutput, GeneratedGroup::kUserId, kU64, kForUser),
-    fact(kPropertyOutput, GeneratedGroup::kUser, kText, kForDatabase),
-    fact(kPropertyOutput, GeneratedGroup::kHome, kText, kForDatabase),
-    fact(kPropertyOutput, GeneratedGroup::kInstance, kText, "in place of --instance"),
-    fact(kPropertyOutput, GeneratedGroup::kBaseUid, kU64, "in place of --base-uid"),
+// The facts of the run, which every output reads that reads a generated configuration.
+constexpr std::array kReadingOutputs{kLxcOutput, kPropertyOutput};
+constexpr auto kFacts = std::to_array<StoredKey>({
+    fact(GeneratedGroup::kUserId, kU64, "in place of --user-id and the user at the machine"),
+    fact(GeneratedGroup::kUser, kText, "in place of the user database"),
+    fact(GeneratedGroup::kHome, kText, "in place of the user database"),
+    fact(GeneratedGroup::kInstance, kText, "in place of --instance"),
+    fact(GeneratedGroup::kBaseUid, kU64, "in place of --base-uid"),
+});
+constexpr auto kBlocks = std::to_array<StoredKey>({
     block(kLxcOutput, GeneratedGroup::kDefaultLxc),
     block(kPropertyOutput, GeneratedGroup::kPropertyPre),
     block(kPropertyOutput, GeneratedGroup::kPropertyPost),
     block(kPropertyOutput, GeneratedGroup::kDefaultRo),
 });
+
+constexpr auto kStoredKeys = [] {
+  std::array<StoredKey, kReadingOutputs.size() * kFacts.size() + kBlocks.size()> keys;
+  auto key = keys.begin();
+  for (const std::string_view output : kReadingOutputs) {
+    for (const StoredKey& fact : kFacts) {
+      *key = fact;
+      key++->output = output;
+    }
+  }
+  std::copy(kBlocks.begin(), kBlocks.end(), key);
+  return keys;
+}();
 
 // The note on something that must have one.
 template <typename Table, typename Row, typename Member, typename Value>
