@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -167,7 +168,7 @@ void checkUsage() {
 Arguments argumentsOf(const std::string& input) {
   Arguments arguments = linesOf(input);
   for (std::string& argument : arguments) {
-    argument = argument.c_str();
+    argument.resize(std::strlen(argument.c_str()));
   }
   return arguments;
 }

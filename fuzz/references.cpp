@@ -125,9 +125,10 @@ class Model {
   int sizeOf(const Value& value) const {
     int size = 1;
     for (const std::string& piece : value) {
-      const bool exists = piece[0] == '@' && keys_.count(piece[1]) != 0;
-      const auto counted = exists ? sizes_.find(piece[1]) : sizes_.end();
-      size += counted != sizes_.end() ? counted->second : exists ? 1 : 0;
+      if (piece[0] == '@' && keys_.count(piece[1]) != 0) {
+        const auto counted = sizes_.find(piece[1]);
+        size += counted == sizes_.end() ? 1 : counted->second;
+      }
     }
     return std::min(size, kLimit + 1);
   }

@@ -193,14 +193,11 @@ const char* targetOf(const OutputRow& row) {
 
 // The values in a configuration file, each for the target of its key.
 void addValues(Starts& starts, const std::string& text) {
-  std::string group;
-  for (const std::string& line : linesOf(text)) {
-    const ConfigLine parsed = configLineOf(line);
-    group = parsed.kind == ConfigLine::Kind::Group ? parsed.name : group;
+  for (const ConfigLine& line : configLinesOf(text)) {
     for (const OutputRow& row : allRows()) {
       const char* const target = targetOf(row);
-      if (target != nullptr && row.source.group == group && row.source.key == parsed.name) {
-        for (const std::string_view part : split(parsed.value, ';', EmptyParts::DropAll)) {
+      if (target != nullptr && row.source.group == line.group && row.source.key == line.name) {
+        for (const std::string_view part : split(line.value, ';', EmptyParts::DropAll)) {
           starts[target].inputs.insert(std::string(part));
         }
       }
