@@ -7,23 +7,20 @@
 #include "support/log_capture.h"
 #include "support/output_bench.h"
 #include "support/users.h"
+#include "support/written_texts.h"
 
 namespace Cradle::Generators {
 namespace {
 
+using Testing::expectWritten;
 using Testing::keyLine;
 using Testing::kKeyRow;
 using Testing::LogCapture;
 using Testing::OutputBench;
 using Testing::TemporaryDirectory;
+using Testing::Written;
 
 constexpr OutputRow kEntryRow{.key = "entry", .source = {"G", "Key"}, .suffix = " suffix"};
-
-struct Written {
-  const Format* format;
-  const char* value;
-  const char* text;
-};
 
 constexpr Written kWritten[] = {
     {&kDevicePath, "binder", "/dev/binder"},
@@ -42,11 +39,7 @@ constexpr Written kWritten[] = {
 };
 
 TEST(LxcFormats, WriteAValue) {
-  for (const Written& written : kWritten) {
-    OutputBench bench(keyLine(written.value));
-    EXPECT_EQ(bench.text(*written.format, kKeyRow), written.text)
-        << written.format->name << ": " << written.value;
-  }
+  expectWritten(kWritten);
 }
 
 TEST(LxcFormats, WriteAnAbsentValue) {

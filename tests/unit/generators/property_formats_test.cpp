@@ -7,10 +7,12 @@
 #include "support/log_capture.h"
 #include "support/output_bench.h"
 #include "support/users.h"
+#include "support/written_texts.h"
 
 namespace Cradle::Generators {
 namespace {
 
+using Testing::expectWritten;
 using Testing::keyLine;
 using Testing::kKeyRow;
 using Testing::KnownUser;
@@ -18,14 +20,9 @@ using Testing::LogCapture;
 using Testing::OutputBench;
 using Testing::thisUser;
 using Testing::unusedUserId;
+using Testing::Written;
 
 constexpr const char* kNoText = "${config:G/None}";
-
-struct Written {
-  const Format* format;
-  const char* value;
-  const char* text;
-};
 
 constexpr Written kWritten[] = {
     {&kForced, "true", "force_on"},
@@ -47,13 +44,7 @@ constexpr Written kWritten[] = {
 };
 
 TEST(PropertyFormats, WriteAValue) {
-  const LogCapture log;
-  for (const Written& written : kWritten) {
-    OutputBench bench(keyLine(written.value));
-    EXPECT_EQ(bench.text(*written.format, kKeyRow), written.text)
-        << written.format->name << ": " << written.value;
-  }
-  EXPECT_EQ(log.text(), "");
+  expectWritten(kWritten);
 }
 
 TEST(PropertyFormats, WriteWhetherTheTextIsTheRequiredOne) {

@@ -6,20 +6,17 @@
 
 #include "support/log_capture.h"
 #include "support/output_bench.h"
+#include "support/written_texts.h"
 
 namespace Cradle::Generators {
 namespace {
 
+using Testing::expectWritten;
 using Testing::keyLine;
 using Testing::kKeyRow;
 using Testing::LogCapture;
 using Testing::OutputBench;
-
-struct Written {
-  const Format* format;
-  const char* value;
-  const char* text;
-};
+using Testing::Written;
 
 constexpr Written kWritten[] = {
     {&kText, "as = it;stands", "stands"},
@@ -68,13 +65,7 @@ constexpr Written kWritten[] = {
 };
 
 TEST(RowFormats, WriteAValue) {
-  const LogCapture log;
-  for (const Written& written : kWritten) {
-    OutputBench bench(keyLine(written.value));
-    EXPECT_EQ(bench.text(*written.format, kKeyRow), written.text)
-        << written.format->name << ": " << written.value;
-  }
-  EXPECT_EQ(log.text(), "");
+  expectWritten(kWritten);
 }
 
 TEST(RowFormats, WriteAnAbsentValue) {
