@@ -29,8 +29,9 @@ COMMENT = "# This is an automatically generated file, do not edit\n"
 # The settings of an instrumented build, handed on to the program as they are.
 INSTRUMENTATION = ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE")
 
-# Any error, and any memory that is lost, changes the status of the run.
-MEMCHECK = ("/usr/bin/valgrind", "--vgdb=no", "--error-exitcode=99", "--num-callers=30")
+# Any error, and any memory that is lost, changes the status of the run. Debian's "valgrind" is a
+# script around this, in which variables with a colon in their names get lost.
+MEMCHECK = ("/usr/bin/valgrind.bin", "--vgdb=no", "--error-exitcode=99", "--num-callers=30")
 MEMCHECK += ("--leak-check=full", "--show-leak-kinds=definite", "--errors-for-leak-kinds=definite")
 SLOWDOWN = 20 if "CRADLE_VALGRIND" in os.environ else 1  # of what a test has patience for
 
