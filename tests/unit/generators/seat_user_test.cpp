@@ -2,6 +2,7 @@
 #include "generators/seat_user.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -54,17 +55,35 @@ TEST(SeatUser, IsNotWaitedForWithATimeoutOfZero) {
   EXPECT_EQ(answer([] { return waitForActiveSeatUser(0); }), answer(activeSeatUser));
 }
 
-// A library that is loaded already stands in for any of the same name that is asked for later, so
-// this needs a process in which none has been.
+// Loads the library that stands in for the login manager's. One that is loaded already stands in
+// for any of the same name that is asked for later, so this needs a process in which none has been.
+void loadStub() {
+  if (dlopen(SYSTEMD_STUB, RTLD_NOW) == nullptr) {
+    std::exit(1);
+  }
+}
+
 TEST(SeatUserDeathTest, IsWaitedForWithoutAnEndWithANegativeTimeout) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const auto wait = [] {
-    if (dlopen(SYSTEMD_STUB, RTLD_NOW) == nullptr) {
-      std::exit(1);
-    }
+    loadStub();
     std::exit(waitForActiveSeatUser(-1) == 1000 ? 0 : 2);
   };
   EXPECT_EXIT(wait(), ::testing::ExitedWithCode(0), "^look 1\nlook 2\n$");
+}
+
+TEST(SeatUserDeathTest, IsGivenUpWhenMoreWholeSecondsHavePassedThanTheTimeout) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto wait = [] {
+    loadStub();
+    setenv("NOBODY_LOGS_IN", "", 1);
+    const auto start = std::chrono::steady_clock::now();
+    const bool nobody = waitForActiveSeatUser(1) == kUnknownUser;
+    const bool tooEarly = std::chrono::steady_clock::now() - start < std::chrono::seconds(2);
+    std::exit(nobody && !tooEarly ? 0 : 2);
+  };
+  EXPECT_EXIT(wait(), ::testing::ExitedWithCode(0),
+              "journal <4> <%s> <Could not get sessions for seat0, timeout reached>\n$");
 }
 
 // Failures
