@@ -113,6 +113,16 @@ TEST(LineReader, LosesNothingToPausesAndSignals) {
             "|abc|d|e|");
 }
 
+TEST(LineReader, StaysAtTheEndWhenTheFileGrows) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.write("file", "a\n");
+  LineReader lines(path);
+  EXPECT_TRUE(lines.next());
+  EXPECT_FALSE(lines.next());
+  directory.write("file", "a\nb\n");
+  EXPECT_FALSE(lines.next());
+}
+
 // Failures
 
 TEST(LineReader, FailsWhereTheFileCannotBeOpenedOrRead) {
