@@ -3,9 +3,11 @@
 from collections import Counter
 
 from fault import Fault
+from survivors import Key
 from trial import Verdict
 
 Outcome = tuple[Fault, Verdict]
+COLUMNS = ("made", "invalid", "unit", "e2e", "time", "survived", "explained")
 
 
 def entry_of(fault: Fault) -> str:
@@ -17,6 +19,19 @@ def entry_of(fault: Fault) -> str:
 def _quoted(text: str) -> str:
     quote = "'" if "'" not in text else "'''"
     return f"{quote}{text}{quote}"
+
+
+def table(outcomes: list[Outcome], explained: set[Key]) -> str:
+    """The figures of each source."""
+    figures: dict[str, Counter[str]] = {}
+    for fault, verdict in outcomes:
+        kind = "explained" if verdict.kind == "survived" and fault.key in explained else verdict.kind
+        for path in (fault.path, "all"):
+            figures.setdefault(path, Counter()).update((kind, "made"))
+    lines = [" ".join(f"{title:>9}" for title in COLUMNS)]
+    for path, counts in sorted(figures.items(), key=lambda row: (row[0] == "all", row[0])):
+        lines.append(" ".join(f"{counts[kind]:9}" for kind in COLUMNS) + f"  {path}")
+    return "\n".join(lines)
 
 
 def summary(outcomes: list[Outcome], explained: int) -> str:

@@ -9,22 +9,26 @@ import json
 import re
 import shlex
 import subprocess
-from functools import cached_property
+from functools import cache, cached_property
 from pathlib import Path
+from typing import Sequence
 
 from reach import reached_objects
 
-# The archives of the preset, in the order in which they are linked.
-ARCHIVES = ("src/libcradle-generators.a", "src/libcradle-config.a")
 UNIT_TESTS = "tests/unit/cradle-unit-tests"
-PROGRAM = "cradle-generate-config"
+PROGRAM = "cradle-generate-config"  # which the end-to-end tests are told of; others stand beside it
 DROPPED = re.compile(r"-O\d|-W.*|-static-lib.*")
 QUICKLY = ["-O0", "-w", "-U_FORTIFY_SOURCE"]
-COMPILE_LIMIT = 600  # seconds
+ALL_ERRORS = "-ferror-limit=0"
+COMPILE_LIMIT = 1200  # seconds
+
+
+class Trouble(Exception):
+    """What keeps a run from going on."""
 
 
 class BuildError(Exception):
-    """What the compiler or the linker said."""
+    """What the compiler does not like about the code."""
 
 
 def run(command: list[str], directory: Path) -> str:
@@ -34,7 +38,10 @@ def run(command: list[str], directory: Path) -> str:
         timeout=COMPILE_LIMIT, check=False,
     )
     if result.returncode != 0:
-        raise BuildError(result.stderr or result.stdout)
+        message = result.stderr or result.stdout
+        if ": error: " in message:
+            raise BuildError(message)
+        raise Trouble(f"{command[0]} ended with status {result.returncode}: {message}")
     return result.stdout
 
 
@@ -44,9 +51,15 @@ def test_of(name: str) -> str:
     return match[1] if match else ""
 
 
-def is_of_an_archive(name: str) -> bool:
-    """Whether an object is part of what the programs are linked with."""
-    return re.search(r"/cradle-(generators|config)\.dir/", name) is not None
+def target_of(name: str) -> str:
+    """The program or the library that an object is part of."""
+    match = re.search(r"/([^/]+)\.dir/", name)
+    return match[1] if match else ""
+
+
+def is_archive(word: str) -> bool:
+    """Whether a word of a link command is one of the project's archives."""
+    return word.startswith("src/") and word.endswith(".a")
 
 
 def _light(command: str) -> list[str]:
@@ -104,18 +117,32 @@ class Toolchain:
         for name, command in self._compile_commands.items():
             if command[-1] == str(self.root / path):
                 return name
-        raise BuildError(f"{path}: no object is made of it")
+        raise Trouble(f"{path}: no object is made of it")
 
     def objects_that_see(self, path: str) -> list[str]:
         """Those made of it come first: what is wrong with it shows there soonest."""
         seeing = [name for name, paths in self._dependencies.items() if path in paths]
-        known = (name for name in seeing if name in self._compile_commands)
+        known = (name for name in seeing if name.startswith(("src/", "tests/unit/")))
         stem = Path(path).stem
         return sorted(known, key=lambda name: (not name.endswith(f"/{stem}.cpp.o"), name))
 
+    def is_of_an_archive(self, name: str) -> bool:
+        """Whether an object is part of what the programs are linked with."""
+        return f"lib{target_of(name)}.a" in self._archives
+
+    @cached_property
+    def _archives(self) -> set[str]:
+        return {Path(word).name for word in self._link_command(UNIT_TESTS) if is_archive(word)}
+
+    @cached_property
+    def programs(self) -> list[str]:
+        """The programs that the sources make, each named as its target."""
+        names = {target_of(name) for name in self._compile_commands if name.startswith("src/")}
+        return sorted(name for name in names if (self.build / name).is_file())
+
     @cached_property
     def _reached(self) -> dict[str, set[str]]:
-        libraries = [name for name in self._compile_commands if is_of_an_archive(name)]
+        libraries = [name for name in self._compile_commands if self.is_of_an_archive(name)]
         tests = [name for name in self._compile_commands if test_of(name)]
         return reached_objects([Path(name) for name in libraries + tests], self.build)
 
@@ -131,31 +158,45 @@ class Toolchain:
         command[command.index("-o") + 1] = str(target)
         if name.startswith("src/"):
             command += QUICKLY
-        if is_of_an_archive(name):
+        if self.is_of_an_archive(name):
             command += ["-include-pch", str(self._standard_headers)]
-        run([*command, "-ivfsoverlay", str(overlay)], self.build)
+        run([*command, ALL_ERRORS, "-ivfsoverlay", str(overlay)], self.build)
         return target
 
-    @cached_property
-    def _link_commands(self) -> dict[str, list[str]]:
-        commands = {}
-        for target in (UNIT_TESTS, PROGRAM):
-            last = run(["ninja", "-t", "commands", target], self.build).splitlines()[-1]
-            commands[target] = _light(last.removeprefix(": && ").removesuffix(" && :"))
-        return commands
+    def compile_recorder(self, source: Path, like: str, places: dict[str, Path], out: Path) -> Path:
+        """A file of this directory, with the options of an object of the preset."""
+        target = out / f"{source.stem}.o"
+        command = [*self._compile_commands[self.object_of(like)]]
+        command[command.index("-o") + 1] = str(target)
+        command[command.index("-c") + 1] = str(source)
+        defined = [f'-D{name}="{place}"' for name, place in places.items()]
+        run([*command, *(QUICKLY if like.startswith("src/") else []), *defined], self.build)
+        return target
 
-    def link(self, target: str, faulty: dict[str, Path], program: Path, tests: set[str]) -> Path:
-        """The program or the unit tests, with the faulty objects first. Of the unit tests' objects
-        only those of the files `tests` are linked."""
-        words = []
-        before = [str(path) for name, path in faulty.items() if is_of_an_archive(name)]
-        for word in self._link_commands[target]:
-            if test_of(word) and test_of(word) not in tests:
-                continue
-            if word in ARCHIVES:
-                words += before
-                before = []
-            words.append(str(faulty.get(word, word)))
-        words[words.index("-o") + 1] = str(program)
-        run([*words, "-fuse-ld=gold"], self.build)
+    @cache
+    def _link_command(self, target: str) -> list[str]:
+        last = run(["ninja", "-t", "commands", target], self.build).splitlines()[-1]
+        return _light(last.removeprefix(": && ").removesuffix(" && :"))
+
+    @cache
+    def _runs_when_started(self, name: str) -> bool:
+        """Whether an object of the preset has anything to do before main()."""
+        return "_GLOBAL__sub_I_" in run(["nm", name], self.build)
+
+    def link(self, target: str, faulty: dict[str, Path], program: Path, tests: set[str] | None = None,
+             more: Sequence[Path] = ()) -> Path:
+        """A program or the unit tests, with the faulty objects and `more` objects. Of the unit tests'
+        objects only those of the files `tests` are linked, if they are given.
+
+        The faulty ones come first, because constants that hold a choice are filled in the order of the
+        objects, and what had to run at the start anyway may need them."""
+        words = self._link_command(target)
+        archives = {Path(word).name for word in words if is_archive(word)}
+        first = [name for name in faulty if f"lib{target_of(name)}.a" in archives]
+        first.sort(key=self._runs_when_started)
+        rest = [str(faulty.get(word, word)) for word in words
+                if not test_of(word) or tests is None or test_of(word) in tests]
+        rest[rest.index("-o") + 1] = str(program)
+        run([rest[0], *(str(faulty[name]) for name in first), *rest[1:], *map(str, more),
+             "-fuse-ld=gold"], self.build)
         return program
