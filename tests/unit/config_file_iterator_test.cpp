@@ -169,7 +169,7 @@ TEST(ConfigFileIterator, AllowsLettersDigitsAndFourOtherCharactersInAGroupName) 
 
 TEST(ConfigFileIterator, EqualsAnotherOnTheSameLineOfTheSameFile) {
   const TemporaryDirectory directory;
-  const std::string path = directory.write("test.conf", "A=1\nA=1\n");
+  const std::string path = directory.write("test.conf", "A=1\nA=1\nA=1\n");
   ConfigFileInfo info(path);
   ConfigFileIterator entry(info, false);
   ConfigFileIterator other(info, false);
@@ -178,6 +178,8 @@ TEST(ConfigFileIterator, EqualsAnotherOnTheSameLineOfTheSameFile) {
   EXPECT_NE(entry, other);
   ++other;
   EXPECT_EQ(entry, other);
+  ++entry;
+  EXPECT_NE(entry, other);
 }
 
 TEST(ConfigFileIterator, EqualsTheEndBehindTheLastEntry) {
