@@ -14,17 +14,20 @@ class Worker:
     def __init__(self, programs: Programs, recorded: Recorded, suites: dict[str, str],
                  work: Path) -> None:
         self.recorded, self.suites = recorded, suites
+        self.toolchain = programs.toolchain
         self.directory = programs.copy(work / "linked")
         self.unit_tests = unit_tests_in(self.directory)
-        toolchain = programs.toolchain
         program = self.directory / PROGRAM
-        self.end_to_end = EndToEnd(toolchain.root, toolchain.build, program, work)
+        self.end_to_end = EndToEnd(self.toolchain.root, self.toolchain.build, program, work)
 
     def ask_unit_tests(self, number: int, fault: Fault) -> Verdict:
-        """Those of the faulty file come first."""
-        reaching = self.recorded.unit_tests(number)
-        own = [test for test in reaching if self._is_own(test, fault)]
-        others = [test for test in reaching if not self._is_own(test, fault)]
+        """Those of the faulty file come first. What is reached when the program starts is reached by
+        every test, but matters to no more than those that the linker says need it."""
+        needing = self.toolchain.tests_that_reach(self.toolchain.objects_that_see(fault.path))
+        files = {test: self.suites.get(test.partition(".")[0], "")
+                 for test in self.recorded.unit_tests(number)}
+        own = [test for test, file in files.items() if file == test_file(fault.path)]
+        others = [test for test, file in files.items() if file in needing and test not in own]
         choose_faults(self.unit_tests, {number})
         for tests in (own, others):
             verdict = self._unit_tests(tests) if tests else SURVIVED
@@ -36,9 +39,6 @@ class Worker:
 
     def _unit_tests(self, tests: list[str]) -> Verdict:
         return unit_tests(self.unit_tests, tests, self.recorded.limits(tests))
-
-    def _is_own(self, test: str, fault: Fault) -> bool:
-        return self.suites.get(test.partition(".")[0]) == test_file(fault.path)
 
     def ask_quick_tests(self, number: int) -> Verdict:
         return self._end_to_end({number}, self.recorded.quick_tests({number}))
