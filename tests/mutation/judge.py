@@ -87,8 +87,14 @@ class Judge:
                        for number in range(self.jobs))
 
         def ask_unit_tests(number: int) -> bool:
+            fault = faults[number]
+            if self.results.survives_unit_tests(fault):
+                return True
             with workers.one() as worker:
-                return self._survives(faults[number], worker.ask_unit_tests(number, faults[number]))
+                survives = self._survives(fault, worker.ask_unit_tests(number, fault))
+            if survives:
+                self.results.store_unit_survivor(fault)
+            return survives
 
         def ask_quick_tests(number: int) -> bool:
             if faults[number].key in self.expected:

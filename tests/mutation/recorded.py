@@ -15,7 +15,7 @@ from together import LIMIT
 from toolchain import Trouble
 from trial import UNIT, EndToEnd, Limits, in_sandbox
 
-QUICK = 5.0  # seconds of end-to-end tests
+QUICK = 2.0  # seconds of end-to-end tests
 WHEN_STARTED = "*"  # stands for what is reached before the first test
 
 

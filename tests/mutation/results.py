@@ -1,7 +1,8 @@
 """What earlier runs found out, kept in build/mutate, so that a run goes on where another ended.
 
 That a test has found a fault, or that it does not compile, holds for as long as the faulty file stays
-as it is; that none has, for as long as all sources and all tests do, with what supports them.
+as it is; that none has, for as long as all sources and all tests do, with what supports them. A fault
+that the unit tests do not find is remembered as such until it is known whether the others do.
 """
 
 import hashlib
@@ -42,7 +43,8 @@ def digest_of_everything(root: Path) -> str:
 class Results:
     def __init__(self, root: Path, file: Path, scope: str) -> None:
         self.root, self.file = root, file
-        self.basis = _digest(digest_of_everything(root), scope)
+        everything = digest_of_everything(root)
+        self.basis, self.unit_basis = _digest(everything, scope), _digest(everything, "unit")
         self.lock = threading.Lock()
         self.texts: dict[str, str] = {}
         self.known: dict[str, dict[str, str]] = {}
@@ -67,8 +69,18 @@ class Results:
             return None
         return Verdict(entry["kind"], entry["killer"])
 
+    def survives_unit_tests(self, fault: Fault) -> bool:
+        """Whether that is known."""
+        entry = self.known.get(self._id(fault))
+        return entry is not None and entry["basis"] == self.unit_basis
+
     def store(self, fault: Fault, verdict: Verdict) -> None:
-        basis = self.basis if verdict.kind == "survived" else ""
+        self._store(fault, verdict, self.basis if verdict.kind == "survived" else "")
+
+    def store_unit_survivor(self, fault: Fault) -> None:
+        self._store(fault, Verdict("survived"), self.unit_basis)
+
+    def _store(self, fault: Fault, verdict: Verdict, basis: str) -> None:
         entry = {"id": self._id(fault), "basis": basis, **asdict(verdict)}
         with self.lock:
             with self.file.open("a", encoding="utf-8") as out:

@@ -49,6 +49,14 @@ def test_a_source_that_changes_has_other_faults(root: Path, verdict: Verdict) ->
     assert found_later(root, verdict, FAULT.path) is None
 
 
+def test_what_the_unit_tests_did_not_find_is_not_tried_with_them_again(root: Path) -> None:
+    Results(root, root / "results", "all").store_unit_survivor(FAULT)
+    assert Results(root, root / "results", "all").survives_unit_tests(FAULT)
+    assert Results(root, root / "results", "all").find(FAULT) is None
+    (root / "src/other.cpp").write_text("changed", encoding="utf-8")
+    assert not Results(root, root / "results", "all").survives_unit_tests(FAULT)
+
+
 def test_what_the_unit_tests_do_not_find_may_be_found_by_all(root: Path) -> None:
     Results(root, root / "results", "unit").store(FAULT, Verdict("survived"))
     assert Results(root, root / "results", "unit").find(FAULT) == Verdict("survived")
