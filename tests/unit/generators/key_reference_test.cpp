@@ -1,15 +1,19 @@
 #include "generators/key_reference.h"
 
 #include <algorithm>
+#include <array>
+#include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "generators/key_notes.h"
 #include "generators/lxc_rows.h"
 #include "generators/property_rows.h"
+#include "support/golden_cases.h"
 #include "support/log_capture.h"
 #include "support/row_rules.h"
 
@@ -40,6 +44,39 @@ std::string shown(const std::string& name) {
         "\n" + std::string(use.output) + ": " + use.line + "|" + use.value + "|" + use.condition;
   }
   return text;
+}
+
+// As the enumeration calls them, in its order.
+constexpr std::array kKinds{"Text",        "List",       "Boolean",  "Integer",
+                            "LongInteger", "Real",       "Path",     "DeviceName",
+                            "DeviceList",  "MountList",  "UserName", "Word",
+                            "Version",     "LocaleName", "LogLevel", "Lines"};
+
+// The whole reference but for the meanings of the keys, a paragraph for each.
+std::string wholeReference() {
+  std::string text;
+  for (const KeyReference& key : keyReference()) {
+    text += nameOf(key.name) + ": " + kKinds.at(static_cast<std::size_t>(key.kind)) + ", " +
+            shown(nameOf(key.name)) + "\n\n";
+  }
+  return text;
+}
+
+std::vector<std::string> paragraphsOf(const std::string& text) {
+  std::vector<std::string> paragraphs;
+  std::size_t start = 0;
+  for (std::size_t end = 0; (end = text.find("\n\n", start)) != std::string::npos;
+       start = end + 2) {
+    paragraphs.push_back(text.substr(start, end - start));
+  }
+  return paragraphs;
+}
+
+// A change of what the reference says of a key is a change of that file, for somebody to read.
+TEST(KeyReference, SaysOfEveryKeyWhatIsWrittenDown) {
+  const auto file = std::filesystem::path(SOURCE_DIRECTORY) / "../tests/unit/golden/key_reference";
+  EXPECT_THAT(paragraphsOf(wholeReference()),
+              ::testing::ElementsAreArray(paragraphsOf(Testing::readGolden(file) + "\n")));
 }
 
 TEST(KeyReference, HasAUseForEveryKey) {
