@@ -49,9 +49,10 @@ def _untouched(source: Source) -> list[range]:
 
 
 def _sentences(source: Source) -> list[range]:
-    """The texts that hold a blank."""
-    return [range(token.start, token.end) for token in source.tokens
-            if token.kind == "text" and " " in token.text and source.path in PROSE]
+    """The texts that hold a blank or end with a full stop."""
+    texts = [token for token in source.tokens if token.kind == "text" and source.path in PROSE]
+    return [range(token.start, token.end) for token in texts
+            if " " in token.text or token.text.endswith('."')]
 
 
 def faults_in(source: Source, siblings: names.Siblings) -> list[Fault]:
