@@ -1,5 +1,7 @@
 #include "side_effects.h"
 
+#include <utility>
+
 namespace Cradle::Parser {
 namespace {
 
@@ -7,8 +9,8 @@ RefusalListener refusalListener = nullptr;
 
 }  // namespace
 
-void refuseSideEffects(RefusalListener listener) {
-  refusalListener = listener;
+RefusalListener refuseSideEffects(RefusalListener listener) {
+  return std::exchange(refusalListener, listener);
 }
 
 bool isRefused(const std::string& what) {

@@ -11,8 +11,9 @@ namespace Cradle::Parser {
 // Is told of each thing that is left out: a command, or the path of a directory.
 using RefusalListener = void (*)(const std::string& what);
 
-// From now on nothing is done and `listener` told instead; null allows everything again.
-void refuseSideEffects(RefusalListener listener);
+// From now on nothing is done and `listener` told instead; null allows everything again. Returns
+// the listener so far.
+RefusalListener refuseSideEffects(RefusalListener listener);
 
 // Whether `what` must not be done. The listener has been told then.
 bool isRefused(const std::string& what);

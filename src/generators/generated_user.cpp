@@ -60,24 +60,25 @@ GeneratedUser lookUp(RunFacts& facts) {
 }
 
 // Whether the user id is known, the user at the machine being waited for if need be.
-bool detect(RunFacts& facts) {
+bool detect(RunFacts& facts, std::int32_t patience) {
   if (facts.userId == kUnknownUser) {
-    facts.userId = waitForActiveSeatUser(kSeatUserTimeout);
+    facts.userId = waitForActiveSeatUser(patience);
   }
   return facts.userId != kUnknownUser;
 }
 
 }  // namespace
 
-GeneratedUser resolveUser(RunFacts& facts) {
-  if (!detect(facts)) {
+GeneratedUser resolveUser(RunFacts& facts, std::int32_t patience) {
+  if (!detect(facts, patience)) {
     libraryLogger().error() << "User id must be defined!";
     return GeneratedUser::Failed;
   }
   return lookUp(facts);
 }
 
-GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts) {
+GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts,
+                                   std::int32_t patience) {
   ConfigParser parser(kTemplateUser);
   for (const std::string_view key : GeneratedGroup::kFacts) {
     parser.addKnownKey(GeneratedGroup::kName, key, Parser::SingleValue);
@@ -89,7 +90,7 @@ GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, 
     readFacts(parser, facts);
     return GeneratedUser::Found;
   }
-  if (!detect(facts)) {
+  if (!detect(facts, patience)) {
     libraryLogger().error() << "Failed to get seat0 user: " << std::strerror(errno);
     return GeneratedUser::Failed;
   }

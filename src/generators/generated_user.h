@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "generators/run_facts.h"
+#include "generators/seat_user.h"
 
 namespace Cradle::Generators {
 
@@ -16,12 +17,13 @@ enum class GeneratedUser : std::int8_t {
 };
 
 // Completes `facts`, which holds the user id of the command line, from the host alone: the user at
-// the machine is waited for where the id is kUnknownUser; user name and home directory come from
-// the user database. Never Found.
-GeneratedUser resolveUser(RunFacts& facts);
+// the machine is waited for where the id is kUnknownUser, as long as `patience` says (see
+// seat_user.h); user name and home directory come from the user database. Never Found.
+GeneratedUser resolveUser(RunFacts& facts, std::int32_t patience = kSeatUserTimeout);
 
 // The same, unless one of the directories holds a generated configuration. Its facts then replace
 // all others; without a stored instance the given one stays.
-GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts);
+GeneratedUser resolveGeneratedUser(const std::vector<std::string>& directories, RunFacts& facts,
+                                   std::int32_t patience = kSeatUserTimeout);
 
 }  // namespace Cradle::Generators

@@ -18,10 +18,11 @@ bool loadConfiguration(Parser::ConfigParser& parser, const std::vector<std::stri
 }  // namespace
 
 std::unique_ptr<Run> settleRun(const RunKind& kind, const std::vector<std::string>& directories,
-                               const RunFacts& given) {
+                               const RunFacts& given, std::int32_t patience) {
   RunFacts facts = given;
-  const GeneratedUser user =
-      kind.readsGenerated ? resolveGeneratedUser(directories, facts) : resolveUser(facts);
+  const GeneratedUser user = kind.readsGenerated
+                                 ? resolveGeneratedUser(directories, facts, patience)
+                                 : resolveUser(facts, patience);
   if (user == GeneratedUser::Failed) {
     return nullptr;
   }

@@ -10,6 +10,7 @@
 
 #include "config_parser.h"
 #include "generators/run_facts.h"
+#include "generators/seat_user.h"
 
 namespace Cradle::Generators {
 
@@ -38,9 +39,9 @@ struct Run {
 
 // Settles for whom a run is, and defines its named templates. Null, with an error logged, where
 // nobody is known. `given` holds the user id (kUnknownUser for detection), instance and base uid of
-// the command line.
+// the command line; a user is waited for as long as `patience` says (see seat_user.h).
 std::unique_ptr<Run> settleRun(const RunKind& kind, const std::vector<std::string>& directories,
-                               const RunFacts& given);
+                               const RunFacts& given, std::int32_t patience = kSeatUserTimeout);
 
 // The same, with the directories loaded. Null, with an error logged, also where these are no valid
 // configuration.

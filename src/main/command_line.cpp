@@ -81,6 +81,8 @@ class Scan {
   Complaint& complaint_;
 };
 
+}  // namespace
+
 void applyDefaults(Settings& settings) {
   if (settings.baseUid == static_cast<std::uint32_t>(-1)) {
     settings.baseUid = 0;
@@ -89,8 +91,6 @@ void applyDefaults(Settings& settings) {
     settings.directories.emplace_back(kDefaultDirectory);
   }
 }
-
-}  // namespace
 
 bool parse(std::span<const char* const> arguments, Settings& settings, Complaint& complaint) {
   if (!Scan(arguments, settings, complaint).run()) {

@@ -23,6 +23,9 @@ struct Complaint {
 // when the command line is wrong, with the complaint.
 bool parse(std::span<const char* const> arguments, Settings& settings, Complaint& complaint);
 
+// Fills in what has not been said.
+void applyDefaults(Settings& settings);
+
 std::string usage(std::string_view program);
 
 }  // namespace Cradle::CommandLine
