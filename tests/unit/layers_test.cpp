@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 // The directories of src/ from the lowest one up. The library's own files are in none.
 constexpr auto kLayers =
-    std::to_array<std::string_view>({"base", "logging", "", "generators", "main"});
+    std::to_array<std::string_view>({"base", "logging", "", "generators", "main", "inspect"});
 
 // Attributes for every layer.
 const fs::path kAttributes = "export.h";
