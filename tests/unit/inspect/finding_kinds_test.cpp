@@ -1,0 +1,33 @@
+#include "inspect/finding_kinds.h"
+
+#include <set>
+
+#include <gtest/gtest.h>
+
+namespace Cradle::Inspect {
+namespace {
+
+TEST(FindingKinds, AreNamedInSmallLettersAndOnce) {
+  std::set<std::string_view> names;
+  for (const FindingKind& kind : findingKinds()) {
+    EXPECT_EQ(kind.name.find_first_not_of("abcdefghijklmnopqrstuvwxyz-"), std::string_view::npos);
+    EXPECT_TRUE(names.insert(kind.name).second) << kind.name;
+    EXPECT_EQ(&kindOf(kind.id), &kind);
+  }
+}
+
+TEST(FindingKinds, SayWhatIsWrongAndWhatToDoInSentences) {
+  for (const FindingKind& kind : findingKinds()) {
+    EXPECT_TRUE(kind.sentence.ends_with('.')) << kind.name;
+    EXPECT_TRUE(kind.advice.ends_with('.')) << kind.name;
+  }
+}
+
+TEST(FindingKinds, ComeBySeverity) {
+  for (std::size_t i = 1; i < findingKinds().size(); ++i) {
+    EXPECT_LE(findingKinds()[i - 1].severity, findingKinds()[i].severity);
+  }
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect

@@ -1,0 +1,66 @@
+#include "inspect/inspection.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/inspection_bench.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectionBench;
+
+TEST(Inspection, HasTheFactsOfTheRun) {
+  const InspectionBench bench({{"1.conf", "[A]\nK=${INSTANCE}-${config:A/L}\nL=${USER}\n"}});
+  EXPECT_TRUE(bench.inspection.userIsKnown);
+  std::string text;
+  bench.inspection.parser().getValue("A", "K", text);
+  EXPECT_EQ(text, "default-" + Testing::thisUser().name);
+}
+
+TEST(Inspection, LeavesUnknownNamesAsTheyAre) {
+  InspectionBench bench({{"1.conf", "[A]\nK=${HOME} ${USER} ${USER_ID} ${INSTANCE}\n"}});
+  bench.settings.userId = Testing::unusedUserId();
+  bench.lookAgain();
+  EXPECT_FALSE(bench.inspection.userIsKnown);
+  std::string text;
+  bench.inspection.parser().getValue("A", "K", text);
+  EXPECT_EQ(text, "${HOME} ${USER} ${USER_ID} default");
+}
+
+TEST(Inspection, TakesTheFactsOfAGeneratedConfiguration) {
+  constexpr const char* kFacts =
+      "[GeneratedConfig]\nUserId=7\nUser=u\nHome=/u\nInstance=i\nBaseUid=0\n";
+  const InspectionBench bench({{"1.conf", kFacts}}, InspectionBench::OutputType::Lxc);
+  EXPECT_TRUE(bench.inspection.userIsKnown);
+  EXPECT_EQ(bench.inspection.run->facts.user, "u");
+  EXPECT_EQ(bench.inspection.run->facts.instance, "i");
+}
+
+TEST(Inspection, TakesTheFactsOfTheHostWhereThoseOfAConfigurationAreOutOfReach) {
+  const InspectionBench bench({{"1.conf", "bad\n"}}, InspectionBench::OutputType::Property);
+  EXPECT_TRUE(bench.inspection.userIsKnown);
+  EXPECT_EQ(bench.inspection.run->facts.user, Testing::thisUser().name);
+}
+
+TEST(Inspection, RunsCommandsOnlyWhenItMay) {
+  InspectionBench bench({{"1.conf", "[A]\nK=${system:echo x}\n"}});
+  const auto textNow = [&] {
+    return bench.inspection.textOf(
+        bench.inspection.journal.find("A", "K")->front().parts.front().value);
+  };
+  EXPECT_EQ(textNow(), "${system:echo x}");
+  bench.lookAgain(true);
+  EXPECT_EQ(textNow(), "x");
+}
+
+TEST(Inspection, KnowsTheRunOfEachOutput) {
+  using CommandLine::OutputType;
+  EXPECT_EQ(&runKind(OutputType::Config), &Generators::kConfigRun);
+  EXPECT_EQ(&runKind(OutputType::Lxc), &Generators::kLxcRun);
+  EXPECT_EQ(&runKind(OutputType::Property), &Generators::kPropertyRun);
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect

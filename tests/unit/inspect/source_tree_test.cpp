@@ -1,0 +1,91 @@
+#include "inspect/source_tree.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/inspection_bench.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectionBench;
+
+using Testing::BenchFile;
+using OutputType = InspectionBench::OutputType;
+
+std::string listed(const InspectionBench& bench, const std::vector<SourceFile>& files) {
+  std::string text;
+  for (const SourceFile& file : files) {
+    text.append(nameOf(file.action)).append(" ").append(file.path).append("\n");
+  }
+  return bench.inner(text);
+}
+
+std::vector<BenchFile> everything() {
+  return {{"1.conf", ""},
+          {"mount-hooks/m.sh", ""},
+          {"property-pre-hooks/a.sh", ""},
+          {"property-post-hooks/z.sh", ""},
+          {"static/l.lxc", ""},
+          {"static/r.ro", ""}};
+}
+
+TEST(SourceTree, HasTheOrderOfEachRun) {
+  const InspectionBench config(everything());
+  EXPECT_EQ(listed(config, findSources(config.inspection).used),
+            "read 1.conf\nrun mount-hooks/m.sh\nrun property-pre-hooks/a.sh\n"
+            "run property-post-hooks/z.sh\ncopy static/l.lxc\ncopy static/r.ro\n");
+  const InspectionBench lxc(everything(), OutputType::Lxc);
+  EXPECT_EQ(listed(lxc, findSources(lxc.inspection).used),
+            "read 1.conf\nrun mount-hooks/m.sh\ncopy static/l.lxc\n");
+  const InspectionBench property(everything(), OutputType::Property);
+  EXPECT_EQ(listed(property, findSources(property.inspection).used),
+            "read 1.conf\nrun property-pre-hooks/a.sh\nrun property-post-hooks/z.sh\ncopy "
+            "static/r.ro\n");
+}
+
+TEST(SourceTree, KnowsWhatAGeneratedConfigurationReplaces) {
+  std::vector<BenchFile> files = everything();
+  files[0].text = "[GeneratedConfig]\nUserId=0\nUser=u\nHome=/\nInstance=i\nBaseUid=0\n";
+  const InspectionBench bench(files, OutputType::Property);
+  EXPECT_EQ(listed(bench, findSources(bench.inspection).used), "read 1.conf\n");
+}
+
+TEST(SourceTree, TellsWhatIsPassedOverAndWhy) {
+  const InspectionBench bench(
+      {{".a.conf", ""}, {"a.txt", ""}, {"static/a.sh", ""}, {"other/a.sh", ""}});
+  std::string text;
+  for (const SourceFile& file : findSources(bench.inspection).passed) {
+    text += bench.inner(file.path) + ": " + file.fault + "\n";
+  }
+  EXPECT_EQ(text,
+            "a.txt: its name is not *.conf\nother/: nothing is read in this directory\n"
+            ".a.conf: its name begins with '.'\nstatic/a.sh: its name is not *.lxc or *.ro\n");
+}
+
+TEST(SourceTree, TellsModeAndOwner) {
+  InspectionBench bench({{"1.conf", ""}});
+  std::filesystem::permissions(bench.directory.path("1.conf"), std::filesystem::perms(0640));
+  std::filesystem::create_symlink("none", bench.directory.path("2.conf"));
+  bench.lookAgain();
+  const std::vector<SourceFile> used = findSources(bench.inspection).used;
+  ASSERT_EQ(used.size(), 2U);
+  EXPECT_EQ(used[0].mode, "0640");
+  EXPECT_EQ(used[0].owner, Testing::thisUser().name);
+  EXPECT_EQ(used[1].mode + used[1].owner, "");
+  EXPECT_EQ(used[1].fault, "No such file or directory");
+}
+
+TEST(SourceTree, NamesUsersAsFarAsItCan) {
+  const std::uint32_t nobody = Testing::unusedUserId();
+  EXPECT_EQ(nameOfUser(nobody), std::to_string(nobody));
+  EXPECT_EQ(nameOfUser(Testing::thisUser().uid), Testing::thisUser().name);
+  EXPECT_EQ(octalMode(0100755), "0755");
+  EXPECT_EQ(octalMode(0101777), "1777");
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect
