@@ -1,0 +1,47 @@
+// Findings: what keeps a run from reading its configuration.
+
+#include <sys/stat.h>
+
+#include "base/text.h"
+#include "inspect/findings.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+constexpr std::string_view kReasonEnd = " in ";
+
+bool isDirectory(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+void checkFile(const ReadFile& file, Findings& findings) {
+  for (const Parser::RejectedLine& line : file.rejected) {
+    const std::string_view reason = line.reason.substr(0, line.reason.rfind(kReasonEnd));
+    findings.add(FindingId::BadLine, file.path, line.number, {reason, line.text});
+  }
+  if (!file.fault.empty()) {
+    findings.add(FindingId::UnreadableFile, file.path, 0, {file.fault});
+  }
+}
+
+}  // namespace
+
+void checkFiles(const Inspection& inspection, Findings& findings) {
+  for (const std::string& directory : inspection.directories()) {
+    if (!isDirectory(directory)) {
+      findings.add(FindingId::MissingDirectory, directory, 0, {});
+    }
+  }
+  for (const ReadFile& file : inspection.journal.files) {
+    checkFile(file, findings);
+  }
+  if (inspection.journal.files.empty()) {
+    findings.add(FindingId::NoConfiguration, "", 0, {join(inspection.directories(), ", ")});
+  }
+  if (!inspection.userIsKnown) {
+    findings.add(FindingId::NoUser, "", 0, {});
+  }
+}
+
+}  // namespace Cradle::Inspect

@@ -1,0 +1,107 @@
+// Findings: references that lead nowhere or round in a circle, and text that a run which reads a
+// generated configuration takes for something else.
+
+#include <array>
+
+#include "base/text.h"
+#include "inspect/findings.h"
+#include "inspect/question.h"
+#include "inspect/reference_walk.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+// What has a meaning in a configuration file.
+struct SpecialText {
+  char character;
+  std::string_view effect;
+};
+
+constexpr std::array<SpecialText, 3> kSpecialTexts{{
+    {';', "';' separates values"},
+    {'$', "'$' begins a template"},
+    {'\n', "a line feed ends the line"},
+}};
+
+class ReferenceCheck {
+ public:
+  ReferenceCheck(const Inspection& inspection, Findings& findings)
+      : inspection_(inspection), findings_(findings) {}
+
+  void run() {
+    for (const auto& [group, histories] : inspection_.journal.groups) {
+      for (const auto& [key, history] : histories) {
+        for (const KeptValue& value : keptValues(history)) {
+          // Most values hold no template.
+          if (value.part->raw.find('$') != std::string::npos) {
+            const std::string name = nameOfKey(group, key);
+            checkReferences(name, value);
+            checkReadingBack(name, value);
+          }
+        }
+      }
+    }
+  }
+
+ private:
+  const Journal& journal() const { return inspection_.journal; }
+
+  void checkReferences(const std::string& name, const KeptValue& value) {
+    if (value.part->value.references().empty()) {
+      return;
+    }
+    const Place place = value.assignment->place;
+    for (const Parser::ValueName& target : value.part->value.references()) {
+      if (lastValue(journal().find(target.first, target.second)).part == nullptr) {
+        findings_.add(FindingId::MissingReference, place,
+                      {target.first + "/" + target.second, questionFor(target)});
+      }
+    }
+    const ReferenceWalk walk = followReferences(journal(), name, *value.part);
+    if (walk.end == ReferenceWalk::End::Circle) {
+      findings_.add(FindingId::ReferenceCircle, place, {name, join(walk.circle, " -> ")});
+    } else if (walk.end == ReferenceWalk::End::TooDeep) {
+      findings_.add(FindingId::ReferenceDepth, place, {name});
+    }
+  }
+
+  // The key of that group that may have been meant.
+  std::string questionFor(const Parser::ValueName& target) const {
+    const auto group = journal().groups.find(target.first);
+    if (group == journal().groups.end()) {
+      return "";
+    }
+    std::vector<std::string_view> names;
+    for (const auto& [key, history] : group->second) {
+      names.push_back(key);
+    }
+    return question(target.second, names);
+  }
+
+  // What is not known yet stands in the text as a template does; it tells nothing.
+  bool isKnown(const Part& part) const { return inspection_.userIsKnown && !part.awaitsCommand(); }
+
+  void checkReadingBack(const std::string& name, const KeptValue& value) {
+    if (!isKnown(*value.part)) {
+      return;
+    }
+    const std::string text = inspection_.textOf(value.part->value);
+    for (const SpecialText& special : kSpecialTexts) {
+      if (text.find(special.character) != std::string::npos) {
+        findings_.add(FindingId::ChangedByReadingBack, value.assignment->place,
+                      {name, text, special.effect});
+      }
+    }
+  }
+
+  const Inspection& inspection_;
+  Findings& findings_;
+};
+
+}  // namespace
+
+void checkReferences(const Inspection& inspection, Findings& findings) {
+  ReferenceCheck(inspection, findings).run();
+}
+
+}  // namespace Cradle::Inspect

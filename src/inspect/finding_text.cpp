@@ -1,0 +1,38 @@
+#include "inspect/finding_text.h"
+
+#include <array>
+
+namespace Cradle::Inspect {
+namespace {
+
+// In the order of the severities.
+constexpr std::array kTones{Tone::Error, Tone::Warning, Tone::Note};
+
+std::string placeOf(const Finding& finding) {
+  const std::string line = finding.line == 0 ? "" : std::to_string(finding.line) + ":";
+  return finding.path.empty() ? "" : finding.path + ":" + line + " ";
+}
+
+}  // namespace
+
+void putFinding(Page& page, const Finding& finding) {
+  const Severity severity = finding.kind->severity;
+  page.put(placeOf(finding), Tone::Strong)
+      .put(nameOf(severity), kTones.at(static_cast<std::size_t>(severity)))
+      .put(": " + finding.sentence + " ")
+      .line("[" + std::string(finding.kind->name) + "]", Tone::Faint);
+}
+
+std::string refusalText(const Inspection& inspection) {
+  Findings findings(inspection.journal);
+  checkFiles(inspection, findings);
+  Page page(false);
+  for (const Finding& finding : findings.take()) {
+    if (finding.kind->severity == Severity::Error) {
+      putFinding(page, finding);
+    }
+  }
+  return page.text();
+}
+
+}  // namespace Cradle::Inspect

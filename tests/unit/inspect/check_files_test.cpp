@@ -1,0 +1,53 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "inspect/findings.h"
+#include "support/inspection_bench.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectionBench;
+
+TEST(CheckFiles, FindsNothingWhereARunReadsEverything) {
+  EXPECT_EQ(InspectionBench({{"1.conf", "[A]\nK=1\n"}}).found(checkFiles), "");
+}
+
+TEST(CheckFiles, FindsEveryBadLine) {
+  const InspectionBench bench({{"1.conf", "[A\nK=1\nbad\n"}});
+  EXPECT_EQ(bench.found(checkFiles),
+            "1.conf:1 bad-line Could not parse line as group: '[A'. Every run ends here.\n"
+            "1.conf:3 bad-line Could not parse line as key: 'bad'. Every run ends here.\n");
+}
+
+TEST(CheckFiles, FindsWhatCannotBeRead) {
+  const InspectionBench bench({{"1.conf/file", ""}});
+  EXPECT_EQ(bench.found(checkFiles),
+            "1.conf/:0 unreadable-file It cannot be read: Is a directory. Every run ends here.\n");
+}
+
+TEST(CheckFiles, FindsThatThereIsNothing) {
+  InspectionBench bench({{"1.conf", ""}});
+  bench.settings.directories = {bench.directory.path("a"), bench.directory.path("1.conf")};
+  bench.lookAgain();
+  EXPECT_EQ(bench.found(checkFiles),
+            ":0 no-configuration There is no *.conf file in a, 1.conf. Every run ends here.\n"
+            "1.conf:0 missing-directory This directory is not there, or not a directory. Runs pass "
+            "over it.\n"
+            "a:0 missing-directory This directory is not there, or not a directory. Runs pass over "
+            "it.\n");
+}
+
+TEST(CheckFiles, SaysThatTheUserIsNotKnown) {
+  InspectionBench bench({{"1.conf", "[A]\nK=${USER}\n"}});
+  bench.settings.userId = Testing::unusedUserId();
+  bench.lookAgain();
+  EXPECT_EQ(
+      bench.found(checkFiles),
+      ":0 no-user The user of a run is not known: ${HOME}, ${USER} and ${USER_ID} are left as "
+      "they are.\n");
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect

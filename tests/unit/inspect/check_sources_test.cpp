@@ -1,0 +1,130 @@
+#include <chrono>
+#include <filesystem>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "inspect/findings.h"
+#include "support/inspection_bench.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectionBench;
+
+// What is found below the directory: who may write to /tmp is up to the machine.
+std::string foundInside(const InspectionBench& bench) {
+  std::istringstream lines(bench.found(checkSources));
+  std::string inside;
+  for (std::string line; std::getline(lines, line);) {
+    inside += line.starts_with('/') ? "" : line + "\n";
+  }
+  return inside;
+}
+
+void setMode(const InspectionBench& bench, const char* name, unsigned mode) {
+  std::filesystem::permissions(bench.directory.path(name), std::filesystem::perms(mode));
+}
+
+TEST(CheckSources, FindsNothingAboutWhatWorks) {
+  const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/a.sh", ""}, {"static/.a", ""}});
+  setMode(bench, "mount-hooks/a.sh", 0755);
+  EXPECT_EQ(foundInside(bench), "");
+}
+
+TEST(CheckSources, FindsHooksThatDoNotRun) {
+  const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/a b.sh", ""}, {"static/a.ro/x", ""}});
+  setMode(bench, "mount-hooks/a b.sh", 0644);
+  EXPECT_EQ(
+      foundInside(bench),
+      "mount-hooks/a b.sh:0 hook-not-runnable The shell cannot run this hook: Permission "
+      "denied. What it should print is missing.\n"
+      "static/a.ro/:0 unreadable-fragment This fragment cannot be read: Is a directory. It is "
+      "left out.\n"
+      "mount-hooks/a b.sh:0 hook-name The shell takes its path apart: ' ' is special to "
+      "it.\n");
+}
+
+TEST(CheckSources, FindsWhatNothingReads) {
+  const InspectionBench bench({{"1.conf", ""}, {"a.txt", ""}, {"mount-hook/a.sh", ""}});
+  EXPECT_EQ(
+      foundInside(bench),
+      "a.txt:0 ignored-file Nothing reads it: its name is not *.conf.\n"
+      "mount-hook/:0 ignored-file Nothing reads it: nothing is read in this directory (did you "
+      "mean mount-hooks?).\n");
+}
+
+TEST(CheckSources, FindsWhoMayWrite) {
+  const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/.a", ""}});
+  setMode(bench, "1.conf", 0646);
+  setMode(bench, "mount-hooks", 01777);
+  EXPECT_EQ(
+      foundInside(bench),
+      "1.conf:0 others-may-write Others may change it (mode 0646), and with it what root "
+      "runs.\n"
+      "mount-hooks:0 others-may-write Others may change it (mode 1777), and with it what root "
+      "runs.\n");
+}
+
+// Makes the files those of somebody else than root, who is then the one who looks at them.
+class OrdinaryUser {
+ public:
+  explicit OrdinaryUser(const InspectionBench& bench) : isRoot_(geteuid() == 0) {
+    if (isRoot_) {
+      constexpr uid_t kDaemon = 1;
+      for (const char* const name : {"1.conf", ""}) {
+        EXPECT_EQ(chown(bench.directory.path(name).c_str(), kDaemon, 0), 0);
+      }
+      EXPECT_EQ(seteuid(kDaemon), 0);
+    }
+  }
+  ~OrdinaryUser() { EXPECT_EQ(isRoot_ ? seteuid(0) : 0, 0); }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+ private:
+  bool isRoot_;
+};
+
+TEST(CheckSources, TrustsWhoLooks) {
+  const InspectionBench bench({{"1.conf", ""}});
+  {
+    const OrdinaryUser user(bench);
+    EXPECT_EQ(foundInside(bench), "");
+  }
+  if (geteuid() == 0) {
+    EXPECT_EQ(foundInside(bench),
+              "1.conf:0 foreign-owner It belongs to daemon, who can change what root runs.\n");
+  }
+}
+
+TEST(CheckSources, FindsGeneratedConfigurationsAmongTheirSources) {
+  const InspectionBench bench(
+      {{"1.conf", "[A]\nK=1\n"}, {"2.conf", "[GeneratedConfig]\nUser=u\n"}});
+  const auto now = std::filesystem::last_write_time(bench.directory.path("1.conf"));
+  std::filesystem::last_write_time(bench.directory.path("2.conf"), now);
+  EXPECT_EQ(
+      foundInside(bench),
+      "2.conf:0 generated-beside-sources This generated configuration lies among its sources: "
+      "a run for config reads all values twice.\n");
+  std::filesystem::last_write_time(bench.directory.path("2.conf"), now - std::chrono::hours(1));
+  EXPECT_EQ(foundInside(bench),
+            "2.conf:0 stale-generated This generated configuration lies among its sources and is "
+            "older than 1.conf, but its values come after those.\n");
+}
+
+TEST(CheckSources, LikesAGeneratedConfigurationOnItsOwn) {
+  EXPECT_EQ(foundInside(InspectionBench({{"2.conf", "[GeneratedConfig]\nUser=u\n"}})), "");
+}
+
+TEST(CheckSources, PassesOverADirectoryThatIsNotThere) {
+  InspectionBench bench({{"1.conf", ""}});
+  bench.settings.directories.push_back(bench.directory.path("none"));
+  bench.lookAgain();
+  EXPECT_EQ(foundInside(bench), "");
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect
