@@ -1,0 +1,62 @@
+// "files": what a run would read, run and copy, in its order, and what it would pass over.
+
+#include "inspect/command_functions.h"
+#include "inspect/finding_text.h"
+#include "inspect/json.h"
+#include "inspect/source_tree.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+Json toJson(const SourceFile& file) {
+  return {{"path", file.path},
+          {"action", file.action == Action::PassOver ? "pass-over" : nameOf(file.action)},
+          {"mode", file.mode},
+          {"owner", file.owner},
+          {"fault", file.fault}};
+}
+
+Json toJson(const std::vector<SourceFile>& files) {
+  Json list = Json::array();
+  for (const SourceFile& file : files) {
+    list.push_back(toJson(file));
+  }
+  return list;
+}
+
+std::vector<Page::Row> toRows(const std::vector<SourceFile>& files) {
+  std::vector<Page::Row> rows;
+  for (const SourceFile& file : files) {
+    const Tone tone = file.action == Action::PassOver ? Tone::Faint : Tone::Error;
+    Page::Row row{{std::string(nameOf(file.action)), Tone::Strong},
+                  {file.mode.empty() ? "----" : file.mode},
+                  {file.owner.empty() ? "-" : file.owner},
+                  {file.path}};
+    if (!file.fault.empty()) {
+      row.push_back({file.fault, tone});
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+}  // namespace
+
+Answer runFiles(const Options& options, std::span<const std::string> /*operands*/) {
+  const Inspection inspection = inspect(options.run, false);
+  const SourceTree tree = findSources(inspection);
+  std::string refusals = refusalText(inspection);
+  const int status = refusals.empty() ? kFine : kFindings;
+  if (options.format == OutputFormat::Json) {
+    return {dump({{"used", toJson(tree.used)}, {"passed_over", toJson(tree.passed)}}), status,
+            std::move(refusals)};
+  }
+  Page page(wantsColour(options.colour));
+  page.table(toRows(tree.used));
+  if (!tree.passed.empty()) {
+    page.line("").line("Passed over:", Tone::Strong).table(toRows(tree.passed));
+  }
+  return {page.text(), status, std::move(refusals)};
+}
+
+}  // namespace Cradle::Inspect

@@ -1,0 +1,132 @@
+// "show": the merged configuration, each value with the line that it comes from.
+
+#include "inspect/command_functions.h"
+#include "inspect/finding_text.h"
+#include "inspect/json.h"
+#include "inspect/key_table.h"
+#include "inspect/statement.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+struct ShownKey {
+  std::string_view group;
+  std::string_view key;
+  std::vector<Statement> statements;
+};
+
+// The keys that were asked for; those without an effective value only with `all`.
+std::vector<ShownKey> keysToShow(const Journal& journal, const KeyPattern* pattern, bool all) {
+  std::vector<ShownKey> keys;
+  for (const auto& [group, histories] : journal.groups) {
+    for (const auto& [key, history] : histories) {
+      if (pattern != nullptr && !pattern->matches(group, key)) {
+        continue;
+      }
+      ShownKey shown{group, key, {}};
+      for (const Statement& statement : statementsOf(history, takesOne(group, key))) {
+        if (all || statement.state == State::Effective) {
+          shown.statements.push_back(statement);
+        }
+      }
+      if (!shown.statements.empty()) {
+        keys.push_back(std::move(shown));
+      }
+    }
+  }
+  return keys;
+}
+
+class Show {
+ public:
+  Show(const Inspection& inspection, const std::vector<ShownKey>& keys)
+      : inspection_(inspection), keys_(keys) {}
+
+  std::string json() const {
+    Json groups = Json::object();
+    for (const ShownKey& shown : keys_) {
+      Json& values = groups[std::string(shown.group)][std::string(shown.key)];
+      for (const Statement& statement : shown.statements) {
+        values.push_back(toJson(statement));
+      }
+    }
+    return dump({{"groups", groups}});
+  }
+
+  // A block per group, as a file would hold it, behind the places.
+  std::string text(bool coloured) const {
+    Page page(coloured);
+    for (std::size_t i = 0; i < keys_.size();) {
+      const std::string_view group = keys_[i].group;
+      std::vector<Page::Row> rows;
+      if (i != 0) {
+        page.endLine();
+      }
+      for (; i < keys_.size() && keys_[i].group == group; ++i) {
+        addRows(keys_[i], rows);
+      }
+      page.line("[" + std::string(group) + "]", Tone::Strong).table(rows);
+    }
+    return page.text();
+  }
+
+ private:
+  std::string textOf(const Statement& statement) const {
+    return statement.part == nullptr ? "" : inspection_.textOf(statement.part->value);
+  }
+
+  void addRows(const ShownKey& shown, std::vector<Page::Row>& rows) const {
+    for (const Statement& statement : shown.statements) {
+      const bool counts = statement.state == State::Effective;
+      const std::string text =
+          statement.state == State::Discarded ? statement.part->raw : textOf(statement);
+      Page::Row row{{inspection_.journal.nameOf(statement.assignment->place), Tone::Faint},
+                    {std::string(shown.key) + "=" + text, counts ? Tone::Plain : Tone::Faint}};
+      if (!counts) {
+        row.push_back({remarkOn(statement), Tone::Note});
+      }
+      rows.push_back(std::move(row));
+    }
+  }
+
+  std::string remarkOn(const Statement& statement) const {
+    std::string remark = "# " + std::string(nameOf(statement.state));
+    if (statement.by != nullptr) {
+      remark += " by " + inspection_.journal.nameOf(statement.by->place);
+    }
+    return remark;
+  }
+
+  Json toJson(const Statement& statement) const {
+    Json value = toJson(statement.assignment->place);
+    value["state"] = nameOf(statement.state);
+    value["raw"] = statement.part == nullptr ? "" : statement.part->raw;
+    value["text"] = textOf(statement);
+    value["by"] = statement.by == nullptr ? Json() : toJson(statement.by->place);
+    return value;
+  }
+
+  Json toJson(Place place) const {
+    return {{"file", inspection_.journal.files[place.file].path}, {"line", place.line}};
+  }
+
+  const Inspection& inspection_;
+  const std::vector<ShownKey>& keys_;
+};
+
+}  // namespace
+
+Answer runShow(const Options& options, std::span<const std::string> operands) {
+  const Inspection inspection = inspect(options.run, options.execute);
+  const KeyPattern pattern(operands.empty() ? "" : operands.front());
+  const std::vector<ShownKey> keys =
+      keysToShow(inspection.journal, operands.empty() ? nullptr : &pattern, options.all);
+  const Show show(inspection, keys);
+  const bool found = operands.empty() || !keys.empty();
+  std::string refusals = refusalText(inspection);
+  return {
+      options.format == OutputFormat::Json ? show.json() : show.text(wantsColour(options.colour)),
+      found && refusals.empty() ? kFine : kFindings, std::move(refusals)};
+}
+
+}  // namespace Cradle::Inspect

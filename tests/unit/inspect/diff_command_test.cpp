@@ -1,0 +1,52 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "inspect/command_functions.h"
+#include "inspect/json.h"
+#include "support/inspect_program.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectProgram;
+
+TEST(DiffCommand, ShowsWhatARunWouldChange) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nK=1\n");
+  const std::string old = program.directory.write(
+      "old", "# This is an automatically generated file, do not edit\n\n[A]\nK=0\n");
+  const Answer answer = program.run({"diff", old, "--color=always"});
+  EXPECT_EQ(answer.status, kFindings);
+  EXPECT_NE(answer.text.find("\x1b[31m-K=0\x1b[0m\n\x1b[32m+K=1\x1b[0m\n"), std::string::npos)
+      << answer.text;
+  EXPECT_NE(answer.text.find("\x1b[36m@@ "), std::string::npos);
+  EXPECT_TRUE(program.directory.read("old").ends_with("K=0\n"));
+}
+
+TEST(DiffCommand, TellsWhatOnlyARunWouldDo) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nK=${system:echo}\n");
+  const std::string old = program.directory.write("old", "");
+  EXPECT_EQ(program.run({"diff", old}).errors, "not done without --run: echo\n");
+  const auto document = Json::parse(program.run({"diff", old, "--format=json"}).text);
+  EXPECT_EQ(document["not_done"], Json{"echo"});
+  EXPECT_EQ(document["diff"][0], "--- " + old);
+}
+
+// Failures
+
+TEST(DiffCommand, NeedsAnOutputAndARun) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "bad\n");
+  const std::string none = program.directory.path("none");
+  EXPECT_EQ(program.run({"diff", none}).errors,
+            "cradle-inspect-config: " + none + ": No such file or directory\n");
+  const Answer answer = program.run({"diff", program.directory.write("old", "")});
+  EXPECT_EQ(answer.status, kTrouble);
+  EXPECT_TRUE(answer.errors.ends_with("cradle-inspect-config: the run would fail\n"))
+      << answer.errors;
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect

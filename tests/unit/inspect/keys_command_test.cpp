@@ -1,0 +1,39 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "inspect/command_functions.h"
+#include "inspect/json.h"
+#include "inspect/key_table.h"
+#include "support/inspect_program.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectProgram;
+
+TEST(KeysCommand, TellsAllAboutAKey) {
+  const InspectProgram program;
+  const std::string text = program.text({"keys", "Config/Arch", "--color=never"});
+  EXPECT_TRUE(
+      text.starts_with("Config/Arch\n  The machine type that the container sees.\n  Type  "));
+  EXPECT_NE(text.find("lxc.arch"), std::string::npos);
+}
+
+TEST(KeysCommand, ListsAGroupOrAll) {
+  const InspectProgram program;
+  EXPECT_TRUE(program.text({"keys", "Display"}).starts_with("[Display]\n"));
+  const auto document = Json::parse(program.text({"keys", "--format=json"}));
+  EXPECT_EQ(document["keys"].size(), knownKeys().size());
+}
+
+TEST(KeysCommand, KnowsNoOthers) {
+  const InspectProgram program;
+  const Answer answer = program.run({"keys", "Nope"});
+  EXPECT_EQ(answer.status, kFindings);
+  EXPECT_EQ(answer.errors, "Nope: no such key or group is known\n");
+  EXPECT_EQ(program.run({"keys", "Nope", "--format=json"}).text, "{\n  \"keys\": []\n}\n");
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect

@@ -1,0 +1,92 @@
+#include "inspect/options.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/environment_variable.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::EnvironmentVariable;
+
+struct Parsed {
+  std::optional<Options> options;
+  std::string errors;
+};
+
+Parsed parse(std::vector<std::string> words) {
+  words.insert(words.begin(), "program");
+  std::vector<char*> arguments;
+  for (std::string& word : words) {
+    arguments.push_back(word.data());
+  }
+  Parsed parsed;
+  parsed.options = parseOptions(arguments, parsed.errors);
+  return parsed;
+}
+
+TEST(Options, HaveDefaults) {
+  const Parsed parsed = parse({});
+  ASSERT_TRUE(parsed.options);
+  EXPECT_EQ(parsed.options->run.directories, std::vector<std::string>{"/etc/cradle.conf.d"});
+  EXPECT_EQ(parsed.options->run.baseUid, 0U);
+  EXPECT_EQ(parsed.options->format, OutputFormat::Text);
+  EXPECT_FALSE(parsed.options->execute || parsed.options->all || parsed.options->strict);
+  EXPECT_TRUE(parsed.options->words.empty());
+}
+
+TEST(Options, StandAnywhereAndInEveryForm) {
+  const Parsed parsed =
+      parse({"show", "--config=/a", "G/K", "-c", "/b", "-C/c:/d", "--user-id", "5", "-i", "x",
+             "-b7", "-tlxc", "--format=json", "-a", "--run", "--strict", "--color", "never"});
+  ASSERT_TRUE(parsed.options) << parsed.errors;
+  const Options& options = *parsed.options;
+  EXPECT_EQ(options.run.directories, (std::vector<std::string>{"/a", "/b", "/c", "/d"}));
+  EXPECT_EQ(options.run.userId, 5U);
+  EXPECT_EQ(options.run.instance, "x");
+  EXPECT_EQ(options.run.baseUid, 7U);
+  EXPECT_EQ(options.run.type, CommandLine::OutputType::Lxc);
+  EXPECT_EQ(options.format, OutputFormat::Json);
+  EXPECT_EQ(options.colour, ColourMode::Never);
+  EXPECT_TRUE(options.execute && options.all && options.strict);
+  EXPECT_EQ(options.words, (std::vector<std::string>{"show", "G/K"}));
+}
+
+TEST(Options, EndAtTwoHyphens) {
+  const Parsed parsed = parse({"-h", "-V", "--", "-x"});
+  ASSERT_TRUE(parsed.options);
+  EXPECT_TRUE(parsed.options->help && parsed.options->version);
+  EXPECT_EQ(parsed.options->words, std::vector<std::string>{"-x"});
+}
+
+TEST(Options, MakeColourWanted) {
+  EXPECT_TRUE(wantsColour(ColourMode::Always));
+  EXPECT_FALSE(wantsColour(ColourMode::Never));
+}
+
+TEST(Options, HaveHelpOfTheirOwn) {
+  for (const OptionRow& row : optionRows()) {
+    EXPECT_FALSE(row.help.empty()) << row.name;
+  }
+}
+
+// Failures
+
+TEST(Options, AreRefusedWithAReason) {
+  constexpr const char* kMore = ": unknown option, or a value is missing or too much\n";
+  EXPECT_EQ(parse({"--nope"}).errors, std::string("--nope") + kMore);
+  EXPECT_EQ(parse({"-x"}).errors, std::string("-x") + kMore);
+  EXPECT_EQ(parse({"--config"}).errors, std::string("--config") + kMore);
+  EXPECT_EQ(parse({"--all=1"}).errors, std::string("--all=1") + kMore);
+  EXPECT_EQ(parse({"--format", "yaml"}).errors, "'yaml' is none of: text json svg\n");
+  EXPECT_EQ(parse({"--color=blue"}).errors, "'blue' is none of: auto always never\n");
+  EXPECT_EQ(parse({"--user-id", "x"}).errors, "--user-id: x does not look like an integer.\n");
+  EXPECT_EQ(parse({"--type", "x"}).errors,
+            "Invalid value for --type. It must be one of \"config\", \"property\" and \"lxc\".\n");
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect

@@ -1,0 +1,60 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "inspect/command_functions.h"
+#include "inspect/json.h"
+#include "support/inspect_program.h"
+
+namespace Cradle::Inspect {
+namespace {
+
+using Testing::InspectProgram;
+
+TEST(ShowCommand, HasEachValueWithItsLine) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[Config]\nHostname=a\nMounts=x;$;y\n[Own]\nK=1\n");
+  program.directory.write("2.conf", "[Config]\nHostname=${config:Own/K}b\n[Own]\nK=\n");
+  EXPECT_EQ(program.text({"show", "--color=never"}),
+            "[Config]\n2.conf:2  Hostname=b\n1.conf:3  Mounts=x\n1.conf:3  Mounts=y\n");
+  EXPECT_EQ(program.text({"show", "--all", "--color=never"}),
+            "[Config]\n"
+            "1.conf:2  Hostname=a  # overridden by 2.conf:2\n"
+            "2.conf:2  Hostname=b\n"
+            "1.conf:3  Mounts=x\n"
+            "1.conf:3  Mounts=$    # discarded\n"
+            "1.conf:3  Mounts=y\n"
+            "\n[Own]\n"
+            "1.conf:5  K=1  # cleared by 2.conf:4\n"
+            "2.conf:4  K=   # clearing\n");
+}
+
+TEST(ShowCommand, ShowsOneGroupOrKey) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nK=1\nL=2\n[B]\nK=3\n");
+  EXPECT_EQ(program.text({"show", "A/K", "--color=never"}), "[A]\n1.conf:2  K=1\n");
+  EXPECT_EQ(program.text({"show", "B", "--color=never"}), "[B]\n1.conf:5  K=3\n");
+  EXPECT_EQ(program.run({"show", "C"}).status, kFindings);
+}
+
+TEST(ShowCommand, ShowsWhatCanBeReadOfABadTree) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "bad\n[A]\nK=1\n");
+  const Answer answer = program.run({"show"});
+  EXPECT_EQ(answer.status, kFindings);
+  EXPECT_NE(answer.text.find("K=1"), std::string::npos);
+  EXPECT_NE(answer.errors.find("1.conf:1: error: "), std::string::npos);
+}
+
+TEST(ShowCommand, TellsProgramsWhatEndedAValue) {
+  const InspectProgram program;
+  const std::string file = program.directory.write("1.conf", "[A]\nK=1\nK=\n");
+  const auto key =
+      Json::parse(program.run({"show", "--all", "--format=json"}).text)["groups"]["A"]["K"];
+  EXPECT_EQ(key[0]["by"], (Json{{"file", file}, {"line", 3}}));
+  EXPECT_TRUE(key[1]["by"].is_null());
+  EXPECT_EQ(key[1]["state"], "clearing");
+}
+
+}  // namespace
+}  // namespace Cradle::Inspect
