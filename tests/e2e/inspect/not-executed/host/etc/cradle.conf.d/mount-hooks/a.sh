@@ -1,0 +1,2 @@
+#!/bin/sh
+echo /srv srv none bind 0 0
