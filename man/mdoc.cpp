@@ -41,12 +41,13 @@ std::string prose(std::string_view sentences) {
   std::string text;
   std::size_t width = kWidth;
   forEachPart(sentences, ' ', [&](std::string_view word) {
-    const bool fits = width + 1 + word.size() <= kWidth;
+    const std::string written = escaped(word, false);
+    const bool fits = width + 1 + written.size() <= kWidth;
     text += fits ? " " : text.empty() ? "" : "\n";
     text += fits || !isControl(word.front()) ? "" : "\\&";
-    text += escaped(word, false);
+    text += written;
     const bool endsSentence = word.size() > 1 && word.ends_with('.');
-    width = endsSentence ? kWidth : (fits ? width + 1 : 0) + word.size();
+    width = endsSentence ? kWidth : (fits ? width + 1 : 0) + written.size();
   });
   return text + "\n";
 }

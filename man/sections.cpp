@@ -6,6 +6,7 @@
 #include "base/table.h"
 #include "generators/key_descriptions.h"
 #include "generators/key_reference.h"
+#include "inspect_sections.h"
 #include "logging/log_level.h"
 #include "main/options.h"
 #include "mdoc.h"
@@ -152,6 +153,8 @@ const std::vector<ItemKind>& itemKinds() {
   static const std::vector<ItemKind> kKinds{
       {"option", optionNames, optionHead},
       {"format", formatNames, formatHead},
+      {"command", commandNames, commandHead},
+      {"inspect-option", inspectOptionNames, inspectOptionHead},
   };
   return kKinds;
 }
@@ -161,6 +164,7 @@ const std::vector<Section>& sections() {
       {"levels", levels},
       {"types", types},
       {"keys", keys},
+      {"findings", findings},
   };
   return kSections;
 }

@@ -12,7 +12,7 @@ from typing import Sequence
 
 from host import setting
 
-NAMES = ("cradle-generate-config.1", "cradle.conf.5", "cradle-hooks.7")
+NAMES = ("cradle-generate-config.1", "cradle-inspect-config.1", "cradle.conf.5", "cradle-hooks.7")
 WIDE = 1000  # no line is broken
 
 

@@ -15,7 +15,7 @@ from pages import ROOT, Page
 
 COMMAND = "cradle-generate-config.1"
 KEYS = "cradle.conf.5"
-SOURCES = sorted(ROOT.glob("src/**/*.cpp"))
+SOURCES = [path for path in sorted(ROOT.glob("src/**/*.cpp")) if path.parent.name != "inspect"]
 
 
 def sources() -> str:
