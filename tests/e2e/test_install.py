@@ -50,6 +50,20 @@ def test_the_unit_names_what_is_installed(stage: Path) -> None:
     assert installed == files_below(SOURCE / "conf/cradle.conf.d")
 
 
+@pytest.mark.parametrize("program", ["cradle-generate-config", "cradle-inspect-config"])
+def test_a_program_comes_with_its_page_and_completions(stage: Path, program: str) -> None:
+    programs = [path for path in stage.rglob(program) if path.parent.name == "bin"]
+    assert [os.access(path, os.X_OK) for path in programs] == [True]
+    completions = {path.name for path in stage.rglob(f"*{program}*") if "complet" in str(path)}
+    assert {program, f"{program}.fish"} <= completions and only(stage, f"_{program}")
+    assert only(stage, f"{program}.1").parent.name == "man1"
+
+
+def test_programs_find_the_schema_of_what_they_read(stage: Path) -> None:
+    schema = only(stage, "inspect-schema.json")
+    assert schema.read_bytes() == (SOURCE / "docs/inspect-schema.json").read_bytes()
+
+
 def test_the_entry_for_tmpfiles_is_where_systemd_looks(stage: Path) -> None:
     assert only(stage, "cradle-generate-config.conf").parts[-3:-1] == ("lib", "tmpfiles.d")
 
