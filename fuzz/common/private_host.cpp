@@ -144,6 +144,12 @@ int __wrap_access(const char* path, int mode) {
   return __real_access(visited == nullptr ? path : inside(path).c_str(), mode);
 }
 
+int __real_faccessat(int directory, const char* path, int mode, int flags);
+int __wrap_faccessat(int directory, const char* path, int mode, int flags) {
+  const std::string place = visited == nullptr ? path : inside(path);
+  return __real_faccessat(directory, place.c_str(), mode, flags);
+}
+
 int __real_mkdir(const char* path, mode_t mode);
 int __wrap_mkdir(const char* path, mode_t mode) {
   return __real_mkdir(visited == nullptr ? path : inside(path).c_str(), mode);
