@@ -1,7 +1,8 @@
 #include "inspect/unified_diff.h"
 
 #include <algorithm>
-#include <cstdint>
+
+#include <dtl/dtl.hpp>
 
 #include "base/text.h"
 
@@ -13,116 +14,43 @@ using Lines = std::vector<std::string_view>;
 constexpr std::size_t kContext = 3;
 constexpr std::string_view kNoLineFeed = "\\ No newline at end of file";
 
-// Beyond as many changed lines the search for the shortest way is given up.
-constexpr std::int64_t kMostChanges = 2000;
-
 // A step from one text to the other: a line of both, or of one of them.
 struct Step {
   char sign;  // ' ', '-' or '+'
   std::string_view line;
 };
 
-// Myers' greedy search: the furthest points that d changes reach, for each d.
-class ShortestEdit {
- public:
-  ShortestEdit(const Lines& before, const Lines& after)
-      : before_(before),
-        after_(after),
-        rows_(static_cast<std::int64_t>(before.size())),
-        columns_(static_cast<std::int64_t>(after.size())) {}
-
-  std::vector<Step> run() {
-    std::int64_t changes = 0;
-    while (!reaches(changes)) {
-      if (++changes > kMostChanges) {
-        return replaceAll();
-      }
-    }
-    return walkBack(changes);
+char signOf(dtl::edit_t type) {
+  if (type == dtl::SES_COMMON) {
+    return ' ';
   }
+  return type == dtl::SES_ADD ? '+' : '-';
+}
 
- private:
-  using Front = std::vector<std::int64_t>;  // by diagonal, from -changes on
-
-  static std::int64_t at(const Front& front, std::int64_t diagonal) {
-    const auto middle = static_cast<std::int64_t>(front.size() / 2);
-    return front[static_cast<std::size_t>(middle + diagonal)];
+// A shortest way from one text to the other.
+std::vector<Step> stepsBetween(const Lines& before, const Lines& after) {
+  dtl::Diff<std::string_view, Lines> diff(before, after);
+  diff.onHuge();
+  diff.compose();
+  std::vector<Step> steps;
+  for (const auto& [line, element] : diff.getSes().getSequence()) {
+    steps.push_back({signOf(element.type), line});
   }
+  return steps;
+}
 
-  // Whether the way down is the one to a diagonal.
-  static bool comesFromAbove(const Front& former, std::int64_t diagonal, std::int64_t changes) {
-    return diagonal == -changes ||
-           (diagonal != changes && at(former, diagonal - 1) < at(former, diagonal + 1));
+bool isCommon(const Step& step) {
+  return step.sign == ' ';
+}
+
+// Lets what is taken away stand before what is put into its place.
+void sortChanges(std::vector<Step>& steps) {
+  for (auto change = steps.begin(); change != steps.end();) {
+    const auto end = std::find_if(change, steps.end(), isCommon);
+    std::stable_partition(change, end, [](const Step& step) { return step.sign == '-'; });
+    change = std::find_if_not(end, steps.end(), isCommon);
   }
-
-  bool reaches(std::int64_t changes) {
-    Front front(static_cast<std::size_t>(2 * changes + 1));
-    for (std::int64_t diagonal = -changes; diagonal <= changes; diagonal += 2) {
-      std::int64_t row = 0;
-      if (changes > 0) {
-        const Front& former = fronts_.back();
-        row = comesFromAbove(former, diagonal, changes) ? at(former, diagonal + 1)
-                                                        : at(former, diagonal - 1) + 1;
-      }
-      while (row < rows_ && row - diagonal < columns_ && sameLine(row, row - diagonal)) {
-        ++row;
-      }
-      front[static_cast<std::size_t>(changes + diagonal)] = row;
-      if (row >= rows_ && row - diagonal >= columns_) {
-        return true;
-      }
-    }
-    fronts_.push_back(std::move(front));
-    return false;
-  }
-
-  bool sameLine(std::int64_t row, std::int64_t column) const {
-    return before_[static_cast<std::size_t>(row)] == after_[static_cast<std::size_t>(column)];
-  }
-
-  std::vector<Step> walkBack(std::int64_t changes) {
-    std::vector<Step> steps;
-    std::int64_t row = rows_;
-    std::int64_t column = columns_;
-    for (; changes > 0; --changes) {
-      const Front& former = fronts_[static_cast<std::size_t>(changes - 1)];
-      const bool added = comesFromAbove(former, row - column, changes);
-      const std::int64_t start =
-          added ? at(former, row - column + 1) : at(former, row - column - 1);
-      const std::int64_t stop = added ? start : start + 1;
-      for (; row > stop; --row, --column) {
-        steps.push_back({' ', before_[static_cast<std::size_t>(row - 1)]});
-      }
-      if (added) {
-        steps.push_back({'+', after_[static_cast<std::size_t>(--column)]});
-      } else {
-        steps.push_back({'-', before_[static_cast<std::size_t>(--row)]});
-      }
-    }
-    for (; row > 0; --row) {
-      steps.push_back({' ', before_[static_cast<std::size_t>(row - 1)]});
-    }
-    std::reverse(steps.begin(), steps.end());
-    return steps;
-  }
-
-  std::vector<Step> replaceAll() const {
-    std::vector<Step> steps;
-    for (const std::string_view line : before_) {
-      steps.push_back({'-', line});
-    }
-    for (const std::string_view line : after_) {
-      steps.push_back({'+', line});
-    }
-    return steps;
-  }
-
-  const Lines& before_;
-  const Lines& after_;
-  std::int64_t rows_;
-  std::int64_t columns_;
-  std::vector<Front> fronts_;
-};
+}
 
 // Lines with their line feeds, so that one that lacks it differs.
 Lines linesOf(std::string_view text) {
@@ -214,9 +142,8 @@ DiffLines unifiedDiff(std::string_view before, std::string_view after,
                       const std::string& beforeName, const std::string& afterName) {
   DiffLines lines;
   if (before != after) {
-    const Lines former = linesOf(before);
-    const Lines latter = linesOf(after);
-    const std::vector<Step> steps = ShortestEdit(former, latter).run();
+    std::vector<Step> steps = stepsBetween(linesOf(before), linesOf(after));
+    sortChanges(steps);
     lines = {"--- " + beforeName, "+++ " + afterName};
     Hunks(steps).write(lines);
   }

@@ -116,7 +116,7 @@ TEST(UnifiedDiff, LeadsFromOneTextToTheOther) {
   }
 }
 
-TEST(UnifiedDiff, ReplacesAllWhereTheChangesAreTooMany) {
+TEST(UnifiedDiff, TellsTextsApartThatHaveNothingInCommon) {
   const std::string before = numbers(1, 1500);
   const std::string after = numbers(2001, 3500);
   const DiffLines lines = unifiedDiff(before, after, "old", "new");
