@@ -98,9 +98,10 @@ struct GetoptTables {
   }
 
   static const OptionRow& rowOf(int answer) {
-    return answer >= kFirstIndex
-               ? kOptions.at(static_cast<std::size_t>(answer - kFirstIndex))
-               : *findRow(kOptions, &OptionRow::letter, static_cast<char>(answer));
+    if (answer < kFirstIndex) {
+      return *findRow(kOptions, &OptionRow::letter, static_cast<char>(answer));
+    }
+    return kOptions[static_cast<std::size_t>(answer - kFirstIndex)];
   }
 
   static constexpr int kFirstIndex = 256;  // no letter is greater

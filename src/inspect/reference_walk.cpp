@@ -71,20 +71,9 @@ class Walk {
 }  // namespace
 
 KeptValue lastValue(const History* history) {
-  if (history == nullptr) {
-    return {nullptr, nullptr};
-  }
-  for (auto assignment = history->rbegin(); assignment != history->rend(); ++assignment) {
-    if (assignment->clears()) {
-      break;
-    }
-    const auto part = std::find_if(assignment->parts.rbegin(), assignment->parts.rend(),
-                                   [](const Part& each) { return each.fate == Fate::Kept; });
-    if (part != assignment->parts.rend()) {
-      return {&*assignment, &*part};
-    }
-  }
-  return {nullptr, nullptr};
+  const std::vector<KeptValue> values =
+      history == nullptr ? std::vector<KeptValue>() : keptValues(*history);
+  return values.empty() ? KeptValue{nullptr, nullptr} : values.back();
 }
 
 ReferenceWalk followReferences(const Journal& journal, const std::string& name, const Part& part) {
