@@ -30,6 +30,9 @@ void checkSubstitution(const Substitution& made, Place place, Findings& findings
     case Outcome::Malformed:
       findings.add(FindingId::MalformedTemplate, place, {made.spec});
       break;
+    case Outcome::NoFile:
+      findings.add(FindingId::NoTemplateFile, place, {made.spec, made.text});
+      break;
     case Outcome::UnknownName:
       findings.add(FindingId::UnknownName, place, {made.spec, question(made.spec, kNames)});
       break;

@@ -7,6 +7,7 @@
 #include "generators/lxc_config.h"
 #include "generators/property_file.h"
 #include "inspect/command_functions.h"
+#include "inspect/finding_text.h"
 #include "inspect/help.h"
 #include "inspect/inspection.h"
 #include "inspect/json.h"
@@ -26,19 +27,31 @@ using Parser::Logging::LoggerConfig;
 constexpr std::array kGenerators{Generators::generateConfig, Generators::generateProperties,
                                  Generators::generateLxc};
 
-// What a run says is heard while one of these lives.
+// What a run says is kept while one of these lives.
 class AudibleRun {
  public:
-  AudibleRun() { Parser::libraryLogger().setLevel(LoggerConfig::LogWarning); }
-  ~AudibleRun() { Parser::libraryLogger().setLevel(LoggerConfig::LogCritical); }
+  AudibleRun() {
+    Parser::libraryLogger().setTarget(words_.path());
+    Parser::libraryLogger().setLevel(LoggerConfig::LogWarning);
+  }
+  ~AudibleRun() {
+    Parser::libraryLogger().setLevel(LoggerConfig::LogCritical);
+    Parser::libraryLogger().setTarget(LoggerConfig::TargetStderr);
+  }
   AudibleRun(const AudibleRun&) = delete;
   AudibleRun& operator=(const AudibleRun&) = delete;
+
+  std::string text() const { return words_.text(); }
+
+ private:
+  MemoryFile words_;
 };
 
 struct TrialRun {
   std::string text;
   int status;
   std::vector<std::string> notDone;
+  std::string words;
 };
 
 TrialRun tryRun(const CommandLine::Settings& settings, bool execute) {
@@ -48,7 +61,7 @@ TrialRun tryRun(const CommandLine::Settings& settings, bool execute) {
   const auto generate = kGenerators.at(static_cast<std::size_t>(settings.type));
   const int status = generate(file.path(), settings.directories, settings.userId, settings.instance,
                               settings.baseUid);
-  return {file.text(), status, Refusal::refused()};
+  return {file.text(), status, Refusal::refused(), audible.text()};
 }
 
 Tone toneOf(std::string_view line) {
@@ -77,15 +90,21 @@ Answer trouble(const std::string& why) {
 
 Answer runDiff(const Options& options, std::span<const std::string> operands) {
   const std::string& output = operands.front();
-  const std::optional<std::string> before = readWholeFile(output);
+  const std::optional<std::string> before =
+      whyNoFile(output).empty() ? readWholeFile(output) : std::nullopt;
   if (!before) {
-    return trouble(output + ": " + whyUnreadable(output));
+    return trouble(printable(output) + ": " + whyUnreadable(output));
   }
-  if (!inspect(options.run, false).userIsKnown) {
+  const Inspection inspection = inspect(options.run, false);
+  if (!inspection.userIsKnown) {
     return trouble("the user of a run is not known; name one with --user-id");
   }
+  const std::string refusals = refusalText(inspection) + waitText(inspection);
+  if (!refusals.empty()) {
+    return {"", kTrouble, refusals + std::string(kProgram) + ": the run would not end well\n"};
+  }
   const TrialRun trial = tryRun(options.run, options.execute);
-  std::string errors;
+  std::string errors = trial.words;
   for (const std::string& what : trial.notDone) {
     errors += "not done without --run: " + printable(what) + "\n";
   }

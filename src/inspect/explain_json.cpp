@@ -7,8 +7,9 @@
 namespace Cradle::Inspect {
 namespace {
 
-constexpr std::array<std::string_view, 7> kOutcomes{
-    "text", "reference", "not-run", "no-value", "malformed", "unknown-name", "unknown-format"};
+constexpr std::array<std::string_view, 8> kOutcomes{"text",           "reference", "not-run",
+                                                    "no-value",       "malformed", "unknown-name",
+                                                    "unknown-format", "no-file"};
 constexpr std::array<std::string_view, 3> kEnds{"resolved", "circle", "too-deep"};
 
 Json toJson(const Inspection& inspection, Place place) {

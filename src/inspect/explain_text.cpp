@@ -44,6 +44,8 @@ std::string outcomeOf(const Substitution& made) {
       return "is malformed";
     case Outcome::UnknownName:
       return "has an unknown name";
+    case Outcome::NoFile:
+      return "cannot be read: " + made.text;
     default:
       return "has an unknown format";
   }

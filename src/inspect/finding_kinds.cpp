@@ -43,6 +43,8 @@ constexpr auto kKinds = std::to_array<FindingKind>({
     {FindingId::MalformedTemplate, "malformed-template", Severity::Error,
      "'${{}}' is not what its format asks for. The value is left out.",
      "Write '${config:GROUP/KEY}' or '${envfile:FILE:NAME}'."},
+    {FindingId::NoTemplateFile, "no-template-file", Severity::Error,
+     "'${{}}' cannot be read: {}. The value is not known.", "Name a file."},
     {FindingId::ReferenceCircle, "reference-circle", Severity::Error,
      "{} is empty, because its references go round in a circle: {}.",
      "Give one of these keys a value without a reference."},

@@ -29,6 +29,7 @@ enum class FindingId : std::uint8_t {
   UnknownName,
   UnknownFormat,
   MalformedTemplate,
+  NoTemplateFile,
   ReferenceCircle,
   ReferenceDepth,
   HookNotRunnable,

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "inspect/readability.h"
+
 namespace Cradle::Inspect {
 namespace {
 
@@ -11,6 +13,17 @@ constexpr std::array kTones{Tone::Error, Tone::Warning, Tone::Note};
 std::string placeOf(const Finding& finding) {
   const std::string line = finding.line == 0 ? "" : std::to_string(finding.line) + ":";
   return finding.path.empty() ? "" : finding.path + ":" + line + " ";
+}
+
+template <typename Predicate>
+std::string textOf(Findings& findings, const Predicate& counts) {
+  Page page(false);
+  for (const Finding& finding : findings.take()) {
+    if (counts(finding)) {
+      putFinding(page, finding);
+    }
+  }
+  return page.text();
 }
 
 }  // namespace
@@ -26,13 +39,19 @@ void putFinding(Page& page, const Finding& finding) {
 std::string refusalText(const Inspection& inspection) {
   Findings findings(inspection.journal);
   checkFiles(inspection, findings);
-  Page page(false);
-  for (const Finding& finding : findings.take()) {
-    if (finding.kind->severity == Severity::Error) {
-      putFinding(page, finding);
-    }
-  }
-  return page.text();
+  return textOf(findings,
+                [](const Finding& finding) { return finding.kind->severity == Severity::Error; });
+}
+
+std::string waitText(const Inspection& inspection) {
+  Findings findings(inspection.journal);
+  checkTemplates(inspection, findings);
+  checkSources(inspection, findings);
+  return textOf(findings, [](const Finding& finding) {
+    const FindingId id = finding.kind->id;
+    return id == FindingId::NoTemplateFile ||
+           (id == FindingId::UnreadableFragment && !whyNoFile(finding.path).empty());
+  });
 }
 
 }  // namespace Cradle::Inspect

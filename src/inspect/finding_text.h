@@ -14,4 +14,7 @@ void putFinding(Page& page, const Finding& finding);
 // The lines of what keeps a run from reading its configuration: nothing where all is well.
 std::string refusalText(const Inspection& inspection);
 
+// The same of what might keep a run waiting for ever: pipes and devices that it reads.
+std::string waitText(const Inspection& inspection);
+
 }  // namespace Cradle::Inspect

@@ -1,10 +1,17 @@
 #include "inspect/inspection.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
+#include "config_file_iterator.h"
+#include "config_files.h"
+#include "generators/generated_group.h"
 #include "inspect/journal_reader.h"
+#include "inspect/readability.h"
 #include "inspect/refusal.h"
+#include "inspect/substitution.h"
+#include "template_scan.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -25,13 +32,47 @@ RunFacts givenFacts(const Settings& settings) {
   return {.userId = settings.userId, .instance = settings.instance, .baseUid = settings.baseUid};
 }
 
+bool namesNoFile(std::string_view value) {
+  bool found = false;
+  std::string text;
+  Parser::scanTemplates(value, text, [&](std::string_view spec) {
+    found = found || !whyNoFile(fileOf(spec)).empty();
+    return true;
+  });
+  return found;
+}
+
+// Whether reading the facts of a generated configuration might not end.
+bool mightNotEnd(const std::string& path) {
+  if (!whyNoFile(path).empty()) {
+    return true;
+  }
+  Parser::ConfigFileInfo info(path);
+  for (Parser::ConfigFileIterator entry(info, false); !entry.key().empty(); ++entry) {
+    if (entry.group() == Generators::GeneratedGroup::kName && namesNoFile(entry.value())) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool mightNotEnd(const std::vector<std::string>& directories) {
+  return std::any_of(directories.begin(), directories.end(), [](const std::string& directory) {
+    const std::vector<std::string> files = Parser::configFiles(directory);
+    return std::any_of(files.begin(), files.end(),
+                       [](const std::string& file) { return mightNotEnd(file); });
+  });
+}
+
 // Where the facts of a generated configuration are out of reach, those of the host count.
 std::unique_ptr<Run> settle(const Settings& settings) {
   constexpr std::int32_t kNoPatience = 0;
   const RunKind& kind = runKind(settings.type);
   const RunKind ownKind{.readsGenerated = false, .definesOdmDirectory = kind.definesOdmDirectory};
   const RunFacts facts = givenFacts(settings);
-  auto run = Generators::settleRun(kind, settings.directories, facts, kNoPatience);
+  auto run = kind.readsGenerated && mightNotEnd(settings.directories)
+                 ? nullptr
+                 : Generators::settleRun(kind, settings.directories, facts, kNoPatience);
   return run ? std::move(run)
              : Generators::settleRun(ownKind, settings.directories, facts, kNoPatience);
 }

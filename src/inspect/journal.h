@@ -38,12 +38,13 @@ enum class Outcome : std::uint8_t {
   Malformed,
   UnknownName,
   UnknownFormat,
+  NoFile,  // what it names is no file to be opened
 };
 
 struct Substitution {
   std::string spec;  // what stands between the braces
   Outcome outcome;
-  std::string text;  // what it gave; of a reference "Group/Key"
+  std::string text;  // what it gave; of a reference "Group/Key", of no file why
 };
 
 // What became of a value.

@@ -40,6 +40,10 @@ class JournalReader {
     place_.file = static_cast<std::uint32_t>(journal_.files.size());
     ReadFile& file = journal_.files.emplace_back();
     file.path = path;
+    file.fault = whyNoFile(path);
+    if (!file.fault.empty()) {
+      return;
+    }
     Parser::ConfigFileInfo info(path);
     info.rejected = &file.rejected;
     ConfigFileIterator entry(info, false);

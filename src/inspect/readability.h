@@ -5,6 +5,10 @@
 
 namespace Cradle::Inspect {
 
+// Why it is not to be opened: a named pipe, where opening waits for a writer, or a device, which
+// may have no end. The null device stands for an empty file.
+std::string whyNoFile(const std::string& path);
+
 // Why the caller cannot read it.
 std::string whyUnreadable(const std::string& path);
 

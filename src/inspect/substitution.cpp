@@ -1,6 +1,8 @@
 #include "inspect/substitution.h"
 
 #include "base/table.h"
+#include "base/text.h"
+#include "inspect/readability.h"
 #include "template_evaluator.h"
 
 namespace Cradle::Inspect {
@@ -28,6 +30,12 @@ Outcome evaluateSpec(const TemplateContext& context, std::string_view spec, bool
     produced.append("${").append(spec).append("}");
     return Outcome::NotRun;
   }
+  if (colon != spec.npos && name == kFileFormat) {
+    produced = whyNoFile(fileOf(spec));
+    if (!produced.empty()) {
+      return Outcome::NoFile;
+    }
+  }
   switch (Parser::evaluate(context, spec, produced, reference)) {
     case TemplateResult::Text:
       return Outcome::Text;
@@ -46,6 +54,11 @@ Outcome evaluateSpec(const TemplateContext& context, std::string_view spec, bool
 
 }  // namespace
 
+std::string fileOf(std::string_view spec) {
+  const auto words = split(spec, ':', EmptyParts::KeepAll, 2);
+  return words.size() == 3 && words[0] == kFileFormat ? std::string(words[1]) : "";
+}
+
 Substitution substitute(const TemplateContext& context, std::string_view spec, bool execute,
                         std::string& text, Parser::ConfigValue& value) {
   Substitution made{std::string(spec), Outcome::Text, ""};
@@ -54,7 +67,7 @@ Substitution substitute(const TemplateContext& context, std::string_view spec, b
   if (made.outcome == Outcome::Reference) {
     made.text = reference.first + "/" + reference.second;
     value.addReference(std::move(reference.first), std::move(reference.second), text.size());
-  } else {
+  } else if (made.outcome <= kLastSuccess) {
     text += made.text;
   }
   return made;

@@ -10,6 +10,9 @@
 
 namespace Cradle::Inspect {
 
+// The file that the substitution reads, or nothing.
+std::string fileOf(std::string_view spec);
+
 // The outcomes up to this one give something.
 inline constexpr Outcome kLastSuccess = Outcome::NotRun;
 

@@ -27,6 +27,15 @@ TEST(CheckFiles, FindsWhatCannotBeRead) {
             "1.conf/:0 unreadable-file It cannot be read: Is a directory. Every run ends here.\n");
 }
 
+TEST(CheckFiles, WaitsForNoWriter) {
+  InspectionBench bench({{"1.conf", ""}}, InspectionBench::OutputType::Lxc);
+  bench.directory.makePipe("2.conf");
+  bench.lookAgain();
+  EXPECT_EQ(bench.found(checkFiles),
+            "2.conf:0 unreadable-file It cannot be read: it is a named pipe, where a run waits for "
+            "a writer. Every run ends here.\n");
+}
+
 TEST(CheckFiles, FindsThatThereIsNothing) {
   InspectionBench bench({{"1.conf", ""}});
   bench.settings.directories = {bench.directory.path("a"), bench.directory.path("1.conf")};

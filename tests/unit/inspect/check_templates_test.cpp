@@ -37,6 +37,13 @@ TEST(CheckTemplates, FindsEveryKindOfMistake) {
       "1.conf:9 command-not-run '${system:echo}' is a command, which has not been run.\n");
 }
 
+TEST(CheckTemplates, FindsWhatMightKeepARunWaiting) {
+  const InspectionBench bench({{"1.conf", "[A]\nB=${envfile:/dev/zero:X}\n"}});
+  EXPECT_EQ(bench.found(checkTemplates),
+            "1.conf:2 no-template-file '${envfile:/dev/zero:X}' cannot be read: it is a device. "
+            "The value is not known.\n");
+}
+
 TEST(CheckTemplates, FindsNothingInTemplatesThatGiveText) {
   const InspectionBench bench({{"1.conf", "[A]\nK=${USER}$${x\nL=${config:A/K}\nM=\n"}});
   EXPECT_EQ(bench.found(checkTemplates), "");

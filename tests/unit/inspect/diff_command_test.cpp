@@ -44,8 +44,34 @@ TEST(DiffCommand, NeedsAnOutputAndARun) {
             "cradle-inspect-config: " + none + ": No such file or directory\n");
   const Answer answer = program.run({"diff", program.directory.write("old", "")});
   EXPECT_EQ(answer.status, kTrouble);
-  EXPECT_TRUE(answer.errors.ends_with("cradle-inspect-config: the run would fail\n"))
+  EXPECT_TRUE(answer.errors.ends_with("cradle-inspect-config: the run would not end well\n"))
       << answer.errors;
+}
+
+TEST(DiffCommand, WaitsForNoWriter) {
+  const InspectProgram program;
+  const std::string pipe = program.directory.makePipe("old");
+  program.directory.write("1.conf", "[A]\nK=1\n");
+  EXPECT_EQ(
+      program.run({"diff", pipe}).errors,
+      "cradle-inspect-config: " + pipe + ": it is a named pipe, where a run waits for a writer\n");
+  program.directory.write("static/a.lxc/file", "");
+  EXPECT_EQ(program.run({"diff", program.directory.path("1.conf")}).status, kFindings);
+  program.directory.makePipe("static/b.lxc");
+  const Answer answer = program.run({"diff", program.directory.path("1.conf")});
+  EXPECT_EQ(answer.status, kTrouble);
+  EXPECT_EQ(answer.errors.find("a.lxc"), std::string::npos);
+  EXPECT_NE(answer.errors.find("b.lxc: error: This fragment cannot be read: it is a named pipe"),
+            std::string::npos)
+      << answer.errors;
+}
+
+TEST(DiffCommand, ReadsNoFileWithoutAnEnd) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nK=${envfile:/dev/zero:X}\n");
+  const Answer answer = program.run({"diff", program.directory.path("1.conf")});
+  EXPECT_EQ(answer.status, kTrouble);
+  EXPECT_NE(answer.errors.find(" [no-template-file]\n"), std::string::npos) << answer.errors;
 }
 
 }  // namespace

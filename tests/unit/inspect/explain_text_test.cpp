@@ -42,6 +42,13 @@ TEST(ExplainText, TellsTheLifeOfAKey) {
                 user + ";${system:x}\n");
 }
 
+TEST(ExplainText, SaysWhatIsNoFile) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[O]\nK=${envfile:/dev/zero:X}\n");
+  const std::string text = squeezed(program.text({"explain", "O/K", "--color=never"}));
+  EXPECT_NE(text.find(" # cannot be read: it is a device\n"), std::string::npos) << text;
+}
+
 TEST(ExplainText, FollowsReferences) {
   const InspectProgram program;
   program.directory.write("1.conf", "[O]\nK=${config:O/L};b${config:O/M}\nL=${config:O/N}\nN=n\n");

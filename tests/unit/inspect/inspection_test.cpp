@@ -44,6 +44,16 @@ TEST(Inspection, TakesTheFactsOfTheHostWhereThoseOfAConfigurationAreOutOfReach) 
   EXPECT_EQ(bench.inspection.run->facts.user, Testing::thisUser().name);
 }
 
+TEST(Inspection, TakesNoFactsThatMightKeepItWaiting) {
+  constexpr const char* kFacts =
+      "[A]\nK=${envfile:/dev/zero:X}\n[GeneratedConfig]\nUserId=7\nUser=u\nHome=/u\nBaseUid=0\n";
+  const std::string more = "Instance=${INSTANCE}${envfile:/dev/zero:X}${INSTANCE}\n";
+  const InspectionBench fine({{"1.conf", kFacts}}, InspectionBench::OutputType::Lxc);
+  EXPECT_EQ(fine.inspection.run->facts.user, "u");
+  const InspectionBench bench({{"1.conf", kFacts + more}}, InspectionBench::OutputType::Lxc);
+  EXPECT_EQ(bench.inspection.run->facts.user, Testing::thisUser().name);
+}
+
 TEST(Inspection, RunsCommandsOnlyWhenItMay) {
   InspectionBench bench({{"1.conf", "[A]\nK=${system:echo x}\n"}});
   const auto textNow = [&] {

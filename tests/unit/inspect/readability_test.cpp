@@ -27,5 +27,16 @@ TEST(Readability, TellsWhyAFileDoesNotWork) {
   EXPECT_EQ(whyNotRunnable(directory.write("a.sh", "")), "Permission denied");
 }
 
+TEST(Readability, OpensNothingThatMightNotEnd) {
+  const TemporaryDirectory directory;
+  const std::string pipe = directory.makePipe("pipe");
+  EXPECT_EQ(whyNoFile(pipe), "it is a named pipe, where a run waits for a writer");
+  EXPECT_EQ(whyUnreadable(pipe), whyNoFile(pipe));
+  EXPECT_EQ(whyNoFile("/dev/zero"), "it is a device");
+  EXPECT_EQ(whyNoFile("/dev/null"), "");
+  EXPECT_EQ(whyNoFile(directory.path("none")), "");
+  EXPECT_EQ(whyNoFile(directory.path()), "");
+}
+
 }  // namespace
 }  // namespace Cradle::Inspect

@@ -25,6 +25,8 @@ constexpr Case kCases[] = {
     {"config:A", Outcome::Malformed, ""},
     {"envfile:/dev/null", Outcome::Malformed, ""},
     {"envfile:/dev/null:X", Outcome::NoValue, ""},
+    {"envfile:/dev/zero:X", Outcome::NoFile, "it is a device"},
+    {"envfile", Outcome::UnknownName, ""},
     {"env:CRADLE_NOT_SET", Outcome::NoValue, ""},
     {"realpath:/..", Outcome::Text, "/"},
     {"nope:x", Outcome::UnknownFormat, ""},

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include <sys/stat.h>
+
 namespace Cradle::Testing {
 
 class TemporaryDirectory {
@@ -37,6 +39,15 @@ class TemporaryDirectory {
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << text;
     return file.string();
+  }
+
+  // Makes a named pipe that nobody writes to.
+  std::string makePipe(std::string_view name) const {
+    const std::string pipe = path(name);
+    if (mkfifo(pipe.c_str(), 0600) != 0) {
+      throw std::runtime_error("cannot make " + pipe);
+    }
+    return pipe;
   }
 
   // Writes a shell script that may be run.
