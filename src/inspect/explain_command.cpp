@@ -5,13 +5,14 @@
 #include "inspect/explain_json.h"
 #include "inspect/explain_text.h"
 #include "inspect/finding_text.h"
+#include "inspect/printable.h"
 
 namespace Cradle::Inspect {
 
 Answer runExplain(const Options& options, std::span<const std::string> operands) {
   const KeyPattern pattern(operands.front());
   if (pattern.key.empty()) {
-    return {"", kTrouble, operands.front() + ": name a key as GROUP/KEY\n"};
+    return {"", kTrouble, printable(operands.front()) + ": name a key as GROUP/KEY\n"};
   }
   const Inspection inspection = inspect(options.run, options.execute);
   const Explanation explanation(inspection, pattern.group, pattern.key);

@@ -109,7 +109,7 @@ Answer runKeys(const Options& options, std::span<const std::string> operands) {
     return {jsonOf(keys), keys.empty() ? kFindings : kFine};
   }
   if (keys.empty()) {
-    return {"", kFindings, operands.front() + ": no such key or group is known\n"};
+    return {"", kFindings, printable(operands.front()) + ": no such key or group is known\n"};
   }
   return {textOf(keys, wantsColour(options.colour))};
 }

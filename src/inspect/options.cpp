@@ -7,6 +7,7 @@
 
 #include "base/environment.h"
 #include "base/table.h"
+#include "inspect/printable.h"
 #include "main/command_line.h"
 
 namespace Cradle::Inspect {
@@ -29,7 +30,7 @@ template <typename Words, typename Value>
 bool applyWord(const Words& words, Value& out, const std::string& value, std::string& errors) {
   const auto* const row = findRow(words, &Word<Value>::word, value);
   if (row == nullptr) {
-    errors.append("'").append(value).append("' is none of:");
+    errors.append("'").append(printable(value)).append("' is none of:");
     for (const auto& known : words) {
       errors.append(" ").append(known.word);
     }
@@ -111,7 +112,7 @@ struct GetoptTables {
 
 // What getopt_long says where its answer is '?', with the option as it was written.
 std::string complaint(std::span<char*> arguments) {
-  return std::string(arguments[static_cast<std::size_t>(optind) - 1]) +
+  return printable(arguments[static_cast<std::size_t>(optind) - 1]) +
          ": unknown option, or a value is missing or too much\n";
 }
 

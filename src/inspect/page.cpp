@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace Cradle::Inspect {
 namespace {
@@ -14,23 +13,6 @@ constexpr std::size_t kGap = 2;
 constexpr std::array<std::string_view, 8> kColours{
     "", "\x1b[1m", "\x1b[2m", "\x1b[1;31m", "\x1b[1;33m", "\x1b[36m", "\x1b[32m", "\x1b[31m"};
 constexpr std::string_view kEndOfColour = "\x1b[0m";
-
-std::string escaped(char character) {
-  if (character == '\t') {
-    return "\\t";
-  }
-  if (character == '\n') {
-    return "\\n";
-  }
-  std::array<char, sizeof "\\xff"> text{};
-  std::snprintf(text.data(), text.size(), "\\x%02x",
-                static_cast<unsigned>(static_cast<unsigned char>(character)));
-  return text.data();
-}
-
-bool isControl(char character) {
-  return static_cast<unsigned char>(character) < ' ' || character == '\x7f';
-}
 
 // How many characters a terminal shows; continuation bytes of UTF-8 take no room.
 std::size_t widthOf(std::string_view text) {
@@ -52,18 +34,6 @@ std::vector<std::size_t> columnWidths(const std::vector<Page::Row>& rows) {
 }
 
 }  // namespace
-
-std::string printable(std::string_view text) {
-  std::string shown;
-  for (const char character : text) {
-    if (isControl(character)) {
-      shown += escaped(character);
-    } else {
-      shown += character;
-    }
-  }
-  return shown;
-}
 
 Page& Page::put(std::string_view text, Tone tone) {
   const bool painted = coloured_ && tone != Tone::Plain;

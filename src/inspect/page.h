@@ -6,12 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "inspect/printable.h"
+
 namespace Cradle::Inspect {
 
 enum class Tone : std::uint8_t { Plain, Strong, Faint, Error, Warning, Note, Added, Removed };
-
-// The text with control characters as "\t", "\n" or "\x1b".
-std::string printable(std::string_view text);
 
 class Page {
  public:

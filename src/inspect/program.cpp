@@ -6,6 +6,7 @@
 #include "inspect/command_functions.h"
 #include "inspect/help.h"
 #include "inspect/options.h"
+#include "inspect/printable.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -22,7 +23,7 @@ Answer runCommand(const Options& options) {
   const std::string& name = options.words.front();
   const Command* const command = findRow(commands(), &Command::name, name);
   if (command == nullptr) {
-    return misused(name + ": unknown command\n");
+    return misused(printable(name) + ": unknown command\n");
   }
   const std::span<const std::string> operands = std::span(options.words).subspan(1);
   if (operands.size() < command->fewest || operands.size() > command->most) {
@@ -36,9 +37,7 @@ Answer runCommand(const Options& options) {
   return command->run(options, operands);
 }
 
-}  // namespace
-
-Answer runProgram(std::span<char*> arguments) {
+Answer run(std::span<char*> arguments) {
   std::string errors;
   const std::optional<Options> options = parseOptions(arguments, errors);
   if (!options) {
@@ -48,6 +47,14 @@ Answer runProgram(std::span<char*> arguments) {
     return {helpText()};
   }
   return options->version ? Answer{versionText()} : runCommand(*options);
+}
+
+}  // namespace
+
+Answer runProgram(std::span<char*> arguments) {
+  Answer answer = run(arguments);
+  answer.errors = printableLines(answer.errors);
+  return answer;
 }
 
 }  // namespace Cradle::Inspect

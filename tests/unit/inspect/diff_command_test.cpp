@@ -34,6 +34,15 @@ TEST(DiffCommand, TellsWhatOnlyARunWouldDo) {
   EXPECT_EQ(document["diff"][0], "--- " + old);
 }
 
+TEST(DiffCommand, PassesOnWhatTheRunSaysSafely) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nK=${no\x1b[5m}\n");
+  const std::string old = program.directory.write("old", "");
+  EXPECT_EQ(program.run({"diff", old}).errors, "ERROR: No such template 'no\\x1b[5m'\n");
+  EXPECT_EQ(program.run({"diff", "\xc2\x9b\n"}).errors,
+            "cradle-inspect-config: \\u009b\\n: No such file or directory\n");
+}
+
 // Failures
 
 TEST(DiffCommand, NeedsAnOutputAndARun) {

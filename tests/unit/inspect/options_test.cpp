@@ -82,6 +82,7 @@ TEST(Options, AreRefusedWithAReason) {
   EXPECT_EQ(parse({"--config"}).errors, std::string("--config") + kMore);
   EXPECT_EQ(parse({"--all=1"}).errors, std::string("--all=1") + kMore);
   EXPECT_EQ(parse({"--format", "yaml"}).errors, "'yaml' is none of: text json svg\n");
+  EXPECT_EQ(parse({"--format", "\n\x1b"}).errors, "'\\n\\x1b' is none of: text json svg\n");
   EXPECT_EQ(parse({"--color=blue"}).errors, "'blue' is none of: auto always never\n");
   EXPECT_EQ(parse({"--user-id", "x"}).errors, "--user-id: x does not look like an integer.\n");
   EXPECT_EQ(parse({"--type", "x"}).errors,

@@ -6,7 +6,8 @@ namespace Cradle::Inspect {
 namespace {
 
 TEST(Page, ShowsControlCharactersAsText) {
-  EXPECT_EQ(printable("a\tb\nc\x1b[1m\x7f\x01 \xc3\xa4"), "a\\tb\\nc\\x1b[1m\\x7f\\x01 \xc3\xa4");
+  EXPECT_EQ(Page(true).put("a\tb\n").line("\x1b[1m", Tone::Note).text(),
+            "a\\tb\\n\x1b[36m\\x1b[1m\x1b[0m\n");
 }
 
 TEST(Page, IsColouredOnlyWhereThatIsWanted) {
