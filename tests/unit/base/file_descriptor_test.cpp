@@ -7,10 +7,13 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "support/child_process.h"
 #include "support/temporary_directory.h"
 
 namespace Cradle {
 namespace {
+
+using Testing::inChildProcess;
 
 bool isOpen(int number) {
   return fcntl(number, F_GETFD) >= 0;
@@ -54,6 +57,15 @@ TEST(FileDescriptor, HandsItsFileOn) {
   EXPECT_FALSE(isOpen(number));
 }
 
+TEST(FileDescriptor, MayHaveTheLowestNumber) {
+  EXPECT_EQ(inChildProcess([] {
+              close(STDIN_FILENO);
+              const FileDescriptor file("/dev/null", O_RDONLY);
+              return std::to_string(file.number()) + (file.isOpen() ? " is open" : " is closed");
+            }),
+            "0 is open");
+}
+
 // Failures
 
 TEST(FileDescriptor, IsNotOpenWhereTheFileCannotBeOpened) {
@@ -61,6 +73,12 @@ TEST(FileDescriptor, IsNotOpenWhereTheFileCannotBeOpened) {
   const FileDescriptor file("/missing/file", O_RDONLY);
   EXPECT_EQ(errno, ENOENT);
   EXPECT_FALSE(file.isOpen());
+}
+
+TEST(FileDescriptor, LeavesTheErrorToWhoAsksForItLater) {
+  errno = 0;
+  { const FileDescriptor file("/missing/file", O_RDONLY); }
+  EXPECT_EQ(errno, ENOENT);
 }
 
 }  // namespace

@@ -86,6 +86,13 @@ TEST_F(NameTableTest, TellsNamesOfOneHashApart) {
   EXPECT_EQ(get(second), 2);
 }
 
+TEST_F(NameTableTest, EndsTheSearchForAMissingNameHoweverFullItIs) {
+  for (int i = 0; i < 100; ++i) {
+    set(std::to_string(i), i);
+    EXPECT_EQ(get("missing"), -1) << i;
+  }
+}
+
 TEST_F(NameTableTest, ChangesARecordThatItFinds) {
   set("a", 1);
   *table_.find("a") = 2;

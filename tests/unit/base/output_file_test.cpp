@@ -37,6 +37,14 @@ TEST_F(OutputFileTest, HasEveryTextInTheFileAtOnce) {
   EXPECT_TRUE(file.good());
 }
 
+TEST_F(OutputFileTest, MayHaveTheLowestNumber) {
+  EXPECT_EQ(inChildProcess([&] {
+              close(STDIN_FILENO);
+              return std::string(OutputFile(path()).isOpen() ? "open" : "closed");
+            }),
+            "open");
+}
+
 TEST_F(OutputFileTest, EmptiesAnExistingFileAndKeepsItsMode) {
   directory_.write("out", "earlier");
   ASSERT_EQ(chmod(path().c_str(), 0640), 0);
