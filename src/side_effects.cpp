@@ -13,11 +13,19 @@ RefusalListener refuseSideEffects(RefusalListener listener) {
   return std::exchange(refusalListener, listener);
 }
 
-bool isRefused(const std::string& what) {
+bool isRefused(const std::string& command) {
   if (refusalListener == nullptr) {
     return false;
   }
-  refusalListener(what);
+  refusalListener("run " + command);
+  return true;
+}
+
+bool isDirectoryRefused(const std::string& path) {
+  if (refusalListener == nullptr) {
+    return false;
+  }
+  refusalListener("make the directory " + path);
   return true;
 }
 

@@ -8,14 +8,16 @@
 
 namespace Cradle::Parser {
 
-// Is told of each thing that is left out: a command, or the path of a directory.
+// Is told of each thing that is left out: "run COMMAND" or "make the directory PATH".
 using RefusalListener = void (*)(const std::string& what);
 
 // From now on nothing is done and `listener` told instead; null allows everything again. Returns
 // the listener so far.
 RefusalListener refuseSideEffects(RefusalListener listener);
 
-// Whether `what` must not be done. The listener has been told then.
-bool isRefused(const std::string& what);
+// Whether the command must not be run or the directory not be made. The listener has been told
+// then.
+bool isRefused(const std::string& command);
+bool isDirectoryRefused(const std::string& path);
 
 }  // namespace Cradle::Parser

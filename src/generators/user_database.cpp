@@ -2,6 +2,7 @@
 
 #include <cerrno>
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,6 +15,14 @@ namespace {
 
 bool makeDirectory(const std::string& path, mode_t mode) {
   return mkdir(path.c_str(), mode) == 0 || errno == EEXIST;
+}
+
+// Whether makeDirectory() would succeed.
+bool wouldMakeDirectory(const std::string& path) {
+  struct stat status {};
+  const std::string parent = path.substr(0, path.rfind('/') + 1);
+  return lstat(path.c_str(), &status) == 0 ||
+         faccessat(AT_FDCWD, parent.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace
@@ -30,8 +39,8 @@ std::optional<User> lookupUser(std::uint32_t uid) {
 }
 
 bool makeUserDirectory(const std::string& path, mode_t mode, std::uint32_t uid) {
-  if (Parser::isRefused(path)) {
-    return true;
+  if (Parser::isDirectoryRefused(path)) {
+    return (uid == 0 || lookupUser(uid)) && wouldMakeDirectory(path);
   }
   if (uid == 0) {
     return makeDirectory(path, mode);

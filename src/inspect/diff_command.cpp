@@ -96,12 +96,12 @@ Answer runDiff(const Options& options, std::span<const std::string> operands) {
     return trouble(printable(output) + ": " + whyUnreadable(output));
   }
   const Inspection inspection = inspect(options.run, false);
-  if (!inspection.userIsKnown) {
-    return trouble("the user of a run is not known; name one with --user-id");
-  }
   const std::string refusals = refusalText(inspection) + waitText(inspection);
   if (!refusals.empty()) {
     return {"", kTrouble, refusals + std::string(kProgram) + ": the run would not end well\n"};
+  }
+  if (!inspection.userIsKnown) {
+    return trouble("the user of a run is not known; name one with --user-id");
   }
   const TrialRun trial = tryRun(options.run, options.execute);
   std::string errors = trial.words;
@@ -109,7 +109,10 @@ Answer runDiff(const Options& options, std::span<const std::string> operands) {
     errors += "not done without --run: " + printable(what) + "\n";
   }
   if (trial.status != 0) {
-    return {"", kTrouble, errors + std::string(kProgram) + ": the run would fail\n"};
+    const std::string_view end = trial.notDone.empty()
+                                     ? ": the run would fail\n"
+                                     : ": the run ends early without what only --run does\n";
+    return {"", kTrouble, errors + std::string(kProgram).append(end)};
   }
   // Every output has a first line.
   if (trial.text.empty()) {

@@ -1,5 +1,6 @@
 #include "side_effects.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <string>
 
@@ -9,6 +10,7 @@
 #include "run_command.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
+#include "support/users.h"
 
 namespace Cradle::Parser {
 namespace {
@@ -34,8 +36,8 @@ class SideEffects : public ::testing::Test {
 
 TEST_F(SideEffects, AreToldWhereTheyAreRefused) {
   EXPECT_TRUE(isRefused("one"));
-  EXPECT_TRUE(isRefused("two"));
-  EXPECT_EQ(toldRefusals, "one\ntwo\n");
+  EXPECT_TRUE(isDirectoryRefused("two"));
+  EXPECT_EQ(toldRefusals, "run one\nmake the directory two\n");
 }
 
 TEST_F(SideEffects, AreAllowedAgain) {
@@ -49,7 +51,7 @@ TEST_F(SideEffects, IncludeCommands) {
   std::int32_t status = 0;
   EXPECT_EQ(runCommand("echo x", {}, &status), "");
   EXPECT_EQ(status, -1);
-  EXPECT_EQ(toldRefusals, "echo x\n");
+  EXPECT_EQ(toldRefusals, "run echo x\n");
   EXPECT_EQ(log.text(), "");
 }
 
@@ -57,7 +59,16 @@ TEST_F(SideEffects, IncludeDirectories) {
   const TemporaryDirectory directory;
   EXPECT_TRUE(Generators::makeUserDirectory(directory.path("d"), 0750, 0));
   EXPECT_FALSE(std::filesystem::exists(directory.path("d")));
-  EXPECT_EQ(toldRefusals, directory.path("d") + "\n");
+  EXPECT_EQ(toldRefusals, "make the directory " + directory.path("d") + "\n");
+}
+
+TEST_F(SideEffects, EndAsTheyWouldForDirectories) {
+  const TemporaryDirectory directory;
+  EXPECT_TRUE(Generators::makeUserDirectory(directory.path(), 0750, Testing::thisUser().uid));
+  EXPECT_FALSE(Generators::makeUserDirectory(directory.path(), 0750, Testing::unusedUserId()));
+  errno = 0;
+  EXPECT_FALSE(Generators::makeUserDirectory(directory.path("no/d"), 0750, 0));
+  EXPECT_EQ(errno, ENOENT);
 }
 
 }  // namespace

@@ -28,9 +28,9 @@ TEST(DiffCommand, TellsWhatOnlyARunWouldDo) {
   const InspectProgram program;
   program.directory.write("1.conf", "[A]\nK=${system:echo}\n");
   const std::string old = program.directory.write("old", "");
-  EXPECT_EQ(program.run({"diff", old}).errors, "not done without --run: echo\n");
+  EXPECT_EQ(program.run({"diff", old}).errors, "not done without --run: run echo\n");
   const auto document = Json::parse(program.run({"diff", old, "--format=json"}).text);
-  EXPECT_EQ(document["not_done"], Json{"echo"});
+  EXPECT_EQ(document["not_done"], Json{"run echo"});
   EXPECT_EQ(document["diff"][0], "--- " + old);
 }
 
@@ -55,6 +55,22 @@ TEST(DiffCommand, NeedsAnOutputAndARun) {
   EXPECT_EQ(answer.status, kTrouble);
   EXPECT_TRUE(answer.errors.ends_with("cradle-inspect-config: the run would not end well\n"))
       << answer.errors;
+}
+
+TEST(DiffCommand, TellsARunThatFailsFromOneThatLacksACommand) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[Config]\nAppIdManglingType=${system:echo None}\n");
+  const std::string old = program.directory.write("old", "");
+  const Answer lacking = program.run({"diff", "--type=property", old});
+  EXPECT_EQ(lacking.status, kTrouble);
+  EXPECT_TRUE(lacking.errors.ends_with(
+      "cradle-inspect-config: the run ends early without what only --run does\n"))
+      << lacking.errors;
+  program.directory.write("1.conf", "[Config]\nAppIdManglingType=x\n");
+  const Answer failing = program.run({"diff", "--type=property", old});
+  EXPECT_EQ(failing.status, kTrouble);
+  EXPECT_TRUE(failing.errors.ends_with("cradle-inspect-config: the run would fail\n"))
+      << failing.errors;
 }
 
 TEST(DiffCommand, WaitsForNoWriter) {
