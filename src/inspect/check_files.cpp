@@ -39,8 +39,11 @@ void checkFiles(const Inspection& inspection, Findings& findings) {
   if (inspection.journal.files.empty()) {
     findings.add(FindingId::NoConfiguration, "", 0, {join(inspection.directories(), ", ")});
   }
-  if (!inspection.userIsKnown) {
+  const std::uint32_t user = inspection.settings.userId;
+  if (!inspection.userIsKnown && user == Generators::kUnknownUser) {
     findings.add(FindingId::NoUser, "", 0, {});
+  } else if (!inspection.userIsKnown) {
+    findings.add(FindingId::UnknownUser, "", 0, {std::to_string(user)});
   }
 }
 

@@ -117,9 +117,22 @@ class SourceCheck {
       if (newer.empty()) {
         findings_.add(FindingId::GeneratedBesideSources, files[file].path, 0, {});
       } else {
-        findings_.add(FindingId::StaleGenerated, files[file].path, 0, {newer});
+        findings_.add(FindingId::StaleGenerated, files[file].path, 0,
+                      {newer, effectBeside(file, newer)});
       }
     }
+  }
+
+  // What comes of a newer source beside the generated file of that number.
+  std::string_view effectBeside(std::uint32_t generated, const std::string& newer) const {
+    const std::vector<ReadFile>& files = inspection_.journal.files;
+    const auto source = std::find_if(files.begin(), files.end(),
+                                     [&](const ReadFile& file) { return file.path == newer; });
+    if (source == files.end()) {
+      return "but holds what that gave before";
+    }
+    return source - files.begin() < generated ? "but its values come after those"
+                                              : "whose values override it; lists hold both";
   }
 
   // The newest of the files that a run uses, if it is newer than the one at `path`.

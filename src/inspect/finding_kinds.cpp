@@ -15,6 +15,8 @@ constexpr auto kKinds = std::to_array<FindingKind>({
     {FindingId::NoConfiguration, "no-configuration", Severity::Error,
      "There is no *.conf file in {}. Every run ends here.",
      "Name the directories with --config or --configs."},
+    {FindingId::UnknownUser, "unknown-user", Severity::Error,
+     "There is no user {}. Every run ends here.", "Name another one with --user-id."},
     {FindingId::EndingValue, "ending-value", Severity::Error,
      "'{}' is wrong for {}. A run for {} ends here.", "It must be {}."},
     {FindingId::MissingKey, "missing-key", Severity::Error,
@@ -88,8 +90,7 @@ constexpr auto kKinds = std::to_array<FindingKind>({
     {FindingId::ForeignOwner, "foreign-owner", Severity::Warning,
      "It belongs to {}, who can change what root runs.", "chown root."},
     {FindingId::StaleGenerated, "stale-generated", Severity::Warning,
-     "This generated configuration lies among its sources and is older than {}, but its values "
-     "come after those.",
+     "This generated configuration lies among its sources and is older than {}, {}.",
      "Generate it again into a directory of its own, and take this one away."},
     {FindingId::GeneratedBesideSources, "generated-beside-sources", Severity::Warning,
      "This generated configuration lies among its sources: a run for config reads all values "

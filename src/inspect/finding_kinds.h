@@ -19,6 +19,7 @@ enum class FindingId : std::uint8_t {
   BadLine,
   UnreadableFile,
   NoConfiguration,
+  UnknownUser,
   EndingValue,
   MissingKey,
   MountEntry,

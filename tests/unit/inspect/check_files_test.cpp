@@ -52,6 +52,11 @@ TEST(CheckFiles, SaysThatTheUserIsNotKnown) {
   InspectionBench bench({{"1.conf", "[A]\nK=${USER}\n"}});
   bench.settings.userId = Testing::unusedUserId();
   bench.lookAgain();
+  EXPECT_EQ(bench.found(checkFiles), ":0 unknown-user There is no user " +
+                                         std::to_string(Testing::unusedUserId()) +
+                                         ". Every run ends here.\n");
+  bench.settings.userId = Generators::kUnknownUser;
+  bench.lookAgain();
   EXPECT_EQ(
       bench.found(checkFiles),
       ":0 no-user The user of a run is not known: ${HOME}, ${USER} and ${USER_ID} are left as "

@@ -115,6 +115,22 @@ TEST(CheckSources, FindsGeneratedConfigurationsAmongTheirSources) {
             "older than 1.conf, but its values come after those.\n");
 }
 
+TEST(CheckSources, TellsWhatComesOfStaleGeneratedConfigurations) {
+  const InspectionBench bench(
+      {{"1.conf", "[GeneratedConfig]\nUser=u\n"}, {"2.conf", "[A]\nK=1\n"}, {"static/a.lxc", ""}});
+  const auto now = std::filesystem::last_write_time(bench.directory.path("2.conf"));
+  const std::string head =
+      "1.conf:0 stale-generated This generated configuration lies among its sources and is older "
+      "than ";
+  std::filesystem::last_write_time(bench.directory.path("1.conf"), now - std::chrono::hours(1));
+  std::filesystem::last_write_time(bench.directory.path("static/a.lxc"),
+                                   now - std::chrono::hours(1));
+  EXPECT_EQ(foundInside(bench), head + "2.conf, whose values override it; lists hold both.\n");
+  std::filesystem::last_write_time(bench.directory.path("2.conf"), now - std::chrono::hours(2));
+  std::filesystem::last_write_time(bench.directory.path("static/a.lxc"), now);
+  EXPECT_EQ(foundInside(bench), head + "static/a.lxc, but holds what that gave before.\n");
+}
+
 TEST(CheckSources, LikesAGeneratedConfigurationOnItsOwn) {
   EXPECT_EQ(foundInside(InspectionBench({{"2.conf", "[GeneratedConfig]\nUser=u\n"}})), "");
 }
