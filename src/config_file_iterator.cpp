@@ -13,7 +13,8 @@ constexpr std::uint64_t kEndPosition = std::numeric_limits<std::uint64_t>::max()
 
 constexpr CharacterSet kNameCharacters(
     " -.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
-constexpr char kSeparator = '=';  // not a name character
+constexpr std::string_view kMarkedGroup = "\xef\xbb\xbf[";  // behind a byte order mark
+constexpr char kSeparator = '=';                            // not a name character
 
 // A key may hold blanks but not begin with one.
 bool beginsKey(char character) {
@@ -73,6 +74,8 @@ bool ConfigFileIterator::takeLine() {
   }
   if (line_.front() == '[') {
     takeGroup();
+  } else if (line_.starts_with(kMarkedGroup)) {
+    rejectGroup("Unexpected line in ");
   } else {
     reject("Unexpected line in ");
   }
@@ -81,12 +84,12 @@ bool ConfigFileIterator::takeLine() {
 
 void ConfigFileIterator::takeGroup() {
   if (line_.back() != ']') {
-    reject("Could not parse line as group in ");
+    rejectGroup("Could not parse line as group in ");
     return;
   }
   const std::string_view name = line_.substr(1, line_.size() - 2);
   if (!kNameCharacters.containsAll(name)) {
-    reject("Group name contains invalid characters in ");
+    rejectGroup("Group name contains invalid characters in ");
     return;
   }
   group_ = name;
@@ -103,6 +106,14 @@ bool ConfigFileIterator::takeKey() {
   key_ = line_.substr(0, length);
   value_ = line_.substr(length + 1);
   return true;
+}
+
+// Who lists bad lines goes on reading behind them.
+void ConfigFileIterator::rejectGroup(std::string_view reason) {
+  reject(reason);
+  if (info_.rejected != nullptr) {
+    group_ = line_;
+  }
 }
 
 void ConfigFileIterator::reject(std::string_view reason) {

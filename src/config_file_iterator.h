@@ -32,7 +32,8 @@ class ConfigFileIterator {
   }
 
   // The current entry, valid until the next advance, and empty before the first and at the end.
-  // Keys before the first group line belong to the group with the empty name.
+  // Keys before the first group line belong to the group with the empty name, and those behind a
+  // bad one to the group before; where bad lines are listed, to a group named like that line.
   std::string_view group() const { return group_; }
   std::string_view key() const { return key_; }
   std::string_view value() const { return value_; }
@@ -46,6 +47,7 @@ class ConfigFileIterator {
   void takeGroup();
   bool takeKey();
   void reject(std::string_view reason);
+  void rejectGroup(std::string_view reason);
 
   ConfigFileInfo& info_;
   std::optional<LineReader> lines_;  // none for the end iterator

@@ -26,6 +26,9 @@ void checkHistory(const std::string& group, const std::string& key, const Histor
 
 void checkLosses(const Inspection& inspection, Findings& findings) {
   for (const auto& [group, histories] : inspection.journal.groups) {
+    if (isRefusedLine(group)) {
+      continue;
+    }
     for (const auto& [key, history] : histories) {
       if (history.size() > 1) {
         checkHistory(group, key, history, inspection.journal, findings);

@@ -38,10 +38,12 @@ Place firstPlace(const Group& histories) {
 }
 
 void checkSplit(const std::string& name, const History& history, Findings& findings) {
+  const auto isKept = [](const Part& part) { return part.fate == Fate::Kept; };
   for (const Assignment& assignment : history) {
-    if (std::count_if(assignment.parts.begin(), assignment.parts.end(),
-                      [](const Part& part) { return part.fate == Fate::Kept; }) > 1) {
-      findings.add(FindingId::SplitValue, assignment.place, {name, assignment.parts.back().raw});
+    const std::vector<Part>& parts = assignment.parts;
+    if (std::count_if(parts.begin(), parts.end(), isKept) > 1) {
+      const auto last = std::find_if(parts.rbegin(), parts.rend(), isKept);
+      findings.add(FindingId::SplitValue, assignment.place, {name, last->raw});
     }
   }
 }
@@ -65,6 +67,9 @@ void checkKnownGroup(const std::string& group, const Group& histories, const Nam
 void checkNames(const Inspection& inspection, Findings& findings) {
   const Names referred = referredKeys(inspection.journal);
   for (const auto& [group, histories] : inspection.journal.groups) {
+    if (isRefusedLine(group)) {
+      continue;
+    }
     const auto isReferred = [&, &name = group](const auto& key) {
       return referred.contains({name, key.first});
     };

@@ -22,6 +22,10 @@ std::string Journal::nameOf(Place place) const {
   return files[place.file].path + ":" + std::to_string(place.line);
 }
 
+bool isRefusedLine(std::string_view group) {
+  return group.find('[') != group.npos;
+}
+
 std::string nameOfKey(std::string_view group, std::string_view key) {
   return std::string(group).append("/").append(key);
 }

@@ -96,6 +96,9 @@ struct Journal {
   std::string nameOf(Place place) const;
 };
 
+// Whether the name of a group is a line that could not be read as one; a bad file is read on.
+bool isRefusedLine(std::string_view group);
+
 // "Group/Key".
 std::string nameOfKey(std::string_view group, std::string_view key);
 

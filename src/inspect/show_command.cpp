@@ -37,6 +37,13 @@ std::vector<ShownKey> keysToShow(const Journal& journal, const KeyPattern* patte
   return keys;
 }
 
+std::string headingOf(std::string_view group) {
+  if (group.empty()) {
+    return "# before the first group";
+  }
+  return isRefusedLine(group) ? "# behind " + std::string(group) : "[" + std::string(group) + "]";
+}
+
 class Show {
  public:
   Show(const Inspection& inspection, const std::vector<ShownKey>& keys)
@@ -65,7 +72,7 @@ class Show {
       for (; i < keys_.size() && keys_[i].group == group; ++i) {
         addRows(keys_[i], rows);
       }
-      page.line("[" + std::string(group) + "]", Tone::Strong).table(rows);
+      page.line(headingOf(group), Tone::Strong).table(rows);
     }
     return page.text();
   }

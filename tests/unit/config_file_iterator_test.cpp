@@ -323,6 +323,17 @@ TEST(ConfigFileIterator, KeepsTheGroupBeforeABadGroupLine) {
   }
 }
 
+TEST(ConfigFileIterator, NamesTheGroupBehindABadGroupLineLikeThatLineWhereBadLinesAreListed) {
+  for (const char* const line : {"[bad/name]", "[bad", "\xef\xbb\xbf[A]"}) {
+    const LogCapture log;
+    const TemporaryDirectory directory;
+    ConfigFileInfo info(directory.write("test.conf", "[Good]\n" + std::string(line) + "\nK=1\n"));
+    std::vector<RejectedLine> lines;
+    info.rejected = &lines;
+    EXPECT_EQ(ConfigFileIterator(info, false).group(), line);
+  }
+}
+
 TEST(ConfigFileIterator, FailsSilentlyOnAFileThatCannotBeOpened) {
   const TemporaryDirectory directory;
   EXPECT_EQ(readFile(directory.path("missing.conf")), "failed");

@@ -25,6 +25,12 @@ TEST(CheckLosses, TakesOneFileForItsOwnMaster) {
   EXPECT_EQ(bench.found(checkLosses), "");
 }
 
+TEST(CheckLosses, DoesNotGuessTheGroupBehindABadLine) {
+  const InspectionBench bench({{"1.conf", "[Config]\nHostname=a\n"},
+                               {"2.conf", "[Config]\n[Displ\xc3\xa4y]\nHostname=b\n"}});
+  EXPECT_EQ(bench.found(checkLosses), "");
+}
+
 TEST(CheckLosses, HasNoneWhereAllValuesCount) {
   const InspectionBench bench({{"1.conf", "[Own]\nK=a\n"}, {"2.conf", "[Own]\nK=b\n"}});
   EXPECT_EQ(bench.found(checkLosses), "");

@@ -44,8 +44,15 @@ TEST(CheckNames, LooksAtTheOtherKeysOfAGroupThatIsReferredTo) {
             "1.conf:3 unknown-key Own/B is no key that is known. Nothing reads it.\n");
 }
 
+TEST(CheckNames, DoesNotGuessTheGroupBehindABadLine) {
+  const InspectionBench bench(
+      {{"1.conf", "\xef\xbb\xbf[Config]\nX=1\n[Config]\nArch=a\n[Displ\xc3\xa4y]\nDensity=240\n"}});
+  EXPECT_EQ(bench.found(checkNames), "");
+}
+
 TEST(CheckNames, FindsOneValueThatIsSplit) {
-  const InspectionBench bench({{"1.conf", "[Config]\nHostname=a;b\nArch=a;\nMounts=a;b\n"}});
+  const InspectionBench bench(
+      {{"1.conf", "[Config]\nHostname=a;b;${env:CRADLE_NOT_SET}\nArch=a;\nMounts=a;b\n"}});
   EXPECT_EQ(bench.found(checkNames),
             "1.conf:2 split-value A ';' splits the value of Config/Hostname, which takes one. Only "
             "the last part counts: 'b'.\n");

@@ -46,6 +46,13 @@ TEST(ShowCommand, ShowsWhatCanBeReadOfABadTree) {
   EXPECT_NE(answer.errors.find("1.conf:1: error: "), std::string::npos);
 }
 
+TEST(ShowCommand, NamesWhatIsInNoGroup) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "K=1\n[A\nL=2\n");
+  EXPECT_EQ(program.text({"show", "--color=never"}),
+            "# before the first group\n1.conf:1  K=1\n\n# behind [A\n1.conf:3  L=2\n");
+}
+
 TEST(ShowCommand, TellsProgramsWhatEndedAValue) {
   const InspectProgram program;
   const std::string file = program.directory.write("1.conf", "[A]\nK=1\nK=\n");
