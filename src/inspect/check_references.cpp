@@ -7,6 +7,7 @@
 #include "inspect/findings.h"
 #include "inspect/question.h"
 #include "inspect/reference_walk.h"
+#include "inspect/value_facts.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -26,7 +27,7 @@ constexpr std::array<SpecialText, 3> kSpecialTexts{{
 class ReferenceCheck {
  public:
   ReferenceCheck(const Inspection& inspection, Findings& findings)
-      : inspection_(inspection), findings_(findings) {}
+      : inspection_(inspection), facts_(inspection), findings_(findings) {}
 
   void run() {
     for (const auto& [group, histories] : inspection_.journal.groups) {
@@ -57,10 +58,13 @@ class ReferenceCheck {
                       {target.first + "/" + target.second, questionFor(target)});
       }
     }
-    const ReferenceWalk walk = followReferences(journal(), name, *value.part);
-    if (walk.end == ReferenceWalk::End::Circle) {
-      findings_.add(FindingId::ReferenceCircle, place, {name, join(walk.circle, " -> ")});
-    } else if (walk.end == ReferenceWalk::End::TooDeep) {
+    const ValueFacts::Facts& facts = facts_.of(*value.part);
+    const std::vector<std::string> circle =
+        facts.circular ? followReferences(journal(), name, *value.part).circle
+                       : std::vector<std::string>();
+    if (!circle.empty()) {
+      findings_.add(FindingId::ReferenceCircle, place, {name, join(circle, " -> ")});
+    } else if (!facts.resolves()) {
       findings_.add(FindingId::ReferenceDepth, place, {name});
     }
   }
@@ -78,11 +82,10 @@ class ReferenceCheck {
     return question(target.second, names);
   }
 
-  // What is not known yet stands in the text as a template does; it tells nothing.
-  bool isKnown(const Part& part) const { return inspection_.userIsKnown && !part.awaitsCommand(); }
-
   void checkReadingBack(const std::string& name, const KeptValue& value) {
-    if (!isKnown(*value.part)) {
+    // What is not known yet stands in the text as a template does; it tells nothing.
+    const ValueFacts::Facts& facts = facts_.of(*value.part);
+    if (!facts.known || !facts.special || !facts.resolves()) {
       return;
     }
     const std::string text = inspection_.textOf(value.part->value);
@@ -95,6 +98,7 @@ class ReferenceCheck {
   }
 
   const Inspection& inspection_;
+  ValueFacts facts_;
   Findings& findings_;
 };
 

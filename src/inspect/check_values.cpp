@@ -5,6 +5,7 @@
 #include "inspect/findings.h"
 #include "inspect/key_table.h"
 #include "inspect/output_probe.h"
+#include "inspect/value_facts.h"
 #include "mount_entry.h"
 
 namespace Cradle::Inspect {
@@ -18,19 +19,23 @@ std::string expectationOf(const KeyReference& key) {
 }
 
 // The values that count and whose text is known.
-std::vector<KeptValue> valuesToCheck(const KeyReference& key, const History& history) {
+std::vector<KeptValue> valuesToCheck(const KeyReference& key, const History& history,
+                                     ValueFacts& facts) {
   std::vector<KeptValue> values = keptValues(history);
   if (takesOne(key)) {
     values.erase(values.begin(), values.end() - 1);
   }
-  std::erase_if(values, [](const KeptValue& value) { return value.part->awaitsCommand(); });
+  std::erase_if(values,
+                [&](const KeptValue& value) { return !facts.of(*value.part).textIsKnown(); });
   return values;
 }
 
 class ValueCheck {
  public:
-  ValueCheck(const Inspection& inspection, const KeyReference& key, Findings& findings)
+  ValueCheck(const Inspection& inspection, const KeyReference& key, ValueFacts& facts,
+             Findings& findings)
       : inspection_(inspection),
+        facts_(facts),
         key_(key),
         name_(std::string(key.name.group) + "/" + std::string(key.name.key)),
         findings_(findings) {}
@@ -41,8 +46,12 @@ class ValueCheck {
       checkAbsence();
       return;
     }
-    for (const KeptValue& value : valuesToCheck(key_, *history)) {
-      check(inspection_.textOf(value.part->value), value.assignment->place);
+    for (const KeptValue& value : valuesToCheck(key_, *history, facts_)) {
+      const std::string text = inspection_.textOf(value.part->value);
+      // Lists leave out what references make empty.
+      if (takesOne(key_) || !text.empty()) {
+        check(text, value.assignment->place);
+      }
     }
   }
 
@@ -97,6 +106,7 @@ class ValueCheck {
   }
 
   const Inspection& inspection_;
+  ValueFacts& facts_;
   const KeyReference& key_;
   std::string name_;
   Findings& findings_;
@@ -105,8 +115,9 @@ class ValueCheck {
 }  // namespace
 
 void checkValues(const Inspection& inspection, Findings& findings) {
+  ValueFacts facts(inspection);
   for (const KeyReference& key : knownKeys()) {
-    ValueCheck(inspection, key, findings).run();
+    ValueCheck(inspection, key, facts, findings).run();
   }
 }
 

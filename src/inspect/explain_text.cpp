@@ -181,13 +181,15 @@ class ExplainText {
     }
   }
 
-  static void addOutput(const ProbedRow& row, std::vector<Page::Row>& rows) {
+  void addOutput(const ProbedRow& row, std::vector<Page::Row>& rows) const {
     const std::string output(row.output);
     for (const std::string_view line : split(row.text, '\n', EmptyParts::DropTrailing)) {
       rows.push_back({{output}, {std::string(line)}});
     }
     if (row.ends) {
       rows.push_back({{output}, {"the run ends here", Tone::Error}});
+    } else if (row.text.empty() && !explanation_.isComplete) {
+      rows.push_back({{output}, {"is not known before all values are", Tone::Faint}});
     } else if (row.text.empty()) {
       const std::string place = row.key.empty() ? "" : " in place of " + row.key;
       const std::string condition = row.condition.empty() ? "" : " (written " + row.condition + ")";

@@ -1,6 +1,7 @@
 #include "inspect/explanation.h"
 
 #include "base/text.h"
+#include "inspect/value_facts.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -13,6 +14,11 @@ std::string generatedLine(const Inspection& inspection, const std::string& key,
     texts.push_back(inspection.textOf(value.part->value));
   }
   return texts.empty() ? "" : key + "=" + join(texts, ";");
+}
+
+// Lists leave out what references make empty.
+bool isLeftOut(const Generators::KeyReference& key, const std::string& text) {
+  return text.empty() && !takesOne(key);
 }
 
 }  // namespace
@@ -30,14 +36,20 @@ Explanation::Explanation(const Inspection& inspection, std::string_view groupNam
   const std::string name = group + "/" + key;
   generated = generatedLine(inspection, key, *history);
   statements = statementsOf(*history, takesOne(group, key));
+  ValueFacts facts(inspection);
   for (const Statement& statement : statements) {
     if (statement.state == State::Effective) {
       const Part& part = *statement.part;
       const std::string text = inspection.textOf(part.value);
-      const bool fits =
-          known == nullptr || part.awaitsCommand() || Generators::accepts(*known, text);
+      const bool isKnown = facts.of(part).textIsKnown();
+      const bool fits = known == nullptr || !isKnown || isLeftOut(*known, text) ||
+                        Generators::accepts(*known, text);
+      isComplete = isComplete && isKnown;
       values.push_back({&statement, text, fits, followReferences(inspection.journal, name, part)});
     }
+  }
+  for (ProbedRow& row : rows) {
+    row.ends = row.ends && isComplete;
   }
 }
 

@@ -28,6 +28,7 @@ struct Explanation {
   const Generators::KeyReference* known;  // null for a key that no output reads
   std::vector<Statement> statements;      // all of it, in load order
   std::vector<Value> values;              // the effective ones
+  bool isComplete = true;                 // the texts of all of these are known
   std::string generated;                  // the line in a generated configuration; empty for none
   std::vector<ProbedRow> rows;            // of the other outputs
 };

@@ -26,7 +26,7 @@ using Generators::RunKind;
 constexpr std::array kRunKinds{&Generators::kConfigRun, &Generators::kPropertyRun,
                                &Generators::kLxcRun};
 
-constexpr std::array kUserNames{"HOME", "USER", "USER_ID"};
+constexpr std::array<std::string_view, 3> kUserNames{"HOME", "USER", "USER_ID"};
 
 RunFacts givenFacts(const Settings& settings) {
   return {.userId = settings.userId, .instance = settings.instance, .baseUid = settings.baseUid};
@@ -83,8 +83,8 @@ std::unique_ptr<Run> runWithoutUser(const Settings& settings) {
   run->facts = givenFacts(settings);
   run->facts.user = "${USER}";
   run->facts.home = "${HOME}";
-  for (const std::string name : kUserNames) {
-    run->parser.addTemplate(name, "${" + name + "}");
+  for (const std::string_view name : kUserNames) {
+    run->parser.addTemplate(std::string(name), "${" + std::string(name) + "}");
   }
   Generators::addNamedTemplates(run->parser, run->facts,
                                 runKind(settings.type).definesOdmDirectory);
@@ -92,6 +92,10 @@ std::unique_ptr<Run> runWithoutUser(const Settings& settings) {
 }
 
 }  // namespace
+
+bool isUserName(std::string_view name) {
+  return std::find(kUserNames.begin(), kUserNames.end(), name) != kUserNames.end();
+}
 
 const RunKind& runKind(OutputType type) {
   return *kRunKinds.at(static_cast<std::size_t>(type));

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "generators/run.h"
@@ -31,6 +32,9 @@ struct Inspection {
 
 // Reads what the settings name. Commands are started only with `execute`.
 Inspection inspect(const CommandLine::Settings& settings, bool execute);
+
+// Whether a template of that name tells of the user: "HOME", "USER" or "USER_ID".
+bool isUserName(std::string_view name);
 
 // The kind of run that writes an output.
 const Generators::RunKind& runKind(CommandLine::OutputType type);

@@ -6,9 +6,6 @@
 namespace Cradle::Inspect {
 namespace {
 
-// As many values may take part in one resolution.
-constexpr std::size_t kMostValues = 33;
-
 std::string nameOf(const Parser::ValueName& name) {
   return name.first + "/" + name.second;
 }

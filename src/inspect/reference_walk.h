@@ -9,6 +9,9 @@
 
 namespace Cradle::Inspect {
 
+// As many values may take part in one resolution.
+inline constexpr std::size_t kMostValues = 33;
+
 // A key that is met on the way.
 struct ReferenceStep {
   std::size_t depth;              // 1 for what the value itself refers to

@@ -15,6 +15,15 @@ def processor_time(host: Host, command: str) -> float:
     return sum(60 * float(minutes) + float(seconds) for minutes, seconds in times)
 
 
+def test_many_references_are_followed_at_once(host: Host) -> None:
+    host.conf("[Keys]\n" + "".join(f"K{i}=${{config:Keys/K{i + 1}}}/x\n" for i in range(100_000)))
+    times = [processor_time(host, "check") for _ in range(3)]
+    print(f"{min(times)} s of processor time")
+    found = host.read("/found")
+    assert found.count(" [reference-depth]\n") == 100_000 - 33 and "[missing-reference]" in found
+    assert min(times) < SECONDS
+
+
 def test_many_lines_are_checked_at_once(host: Host) -> None:
     for number, group in enumerate(("Config", "Display", "Custom")):
         lines = (f"K{i:06}=value {i} of ${{USER}}\n" for i in range(34_000))

@@ -37,6 +37,13 @@ TEST(CheckValues, FindsEveryBadMountEntry) {
             bench.found(checkValues).rfind("mount-entry"));
 }
 
+TEST(CheckValues, PassesOverTheEmptyElementsOfLists) {
+  const InspectionBench bench(
+      {{"1.conf", kSound},
+       {"2.conf", "[Config]\nMounts=${config:A/Nope}\nUseIds=${config:A/No}\n"}});
+  EXPECT_EQ(bench.found(checkValues), "2.conf:3 unfit-value '' is not right for Config/UseIds.\n");
+}
+
 TEST(CheckValues, FindsARequiredDeviceThatIsNotThere) {
   const InspectionBench bench({{"1.conf", kSound},
                                {"2.conf",
@@ -55,6 +62,16 @@ TEST(CheckValues, WaitsForCommands) {
   bench.lookAgain(true);
   EXPECT_EQ(bench.found(checkValues),
             "2.conf:2 unfit-value 'maybe' is not right for Config/UseIds.\n");
+}
+
+TEST(CheckValues, WaitsForCommandsThatReferencesLeadTo) {
+  InspectionBench bench({{"1.conf",
+                          "[Config]\nAppIdManglingType=${config:A/B}\nMounts=${config:A/C}\n"
+                          "[A]\nB=${system:echo None}\nC=${system:echo /a b none bind 0 0}\n"}});
+  EXPECT_EQ(bench.found(checkValues), "");
+  EXPECT_EQ(bench.found(checkReferences), "");
+  bench.lookAgain(true);
+  EXPECT_EQ(bench.found(checkValues), "");
 }
 
 }  // namespace

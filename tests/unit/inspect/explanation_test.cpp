@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "inspect/explain_text.h"
 #include "support/inspection_bench.h"
 
 namespace Cradle::Inspect {
@@ -30,6 +31,20 @@ TEST(Explanation, HoldsNothingAgainstWhatIsNotKnown) {
   EXPECT_EQ(own.known, nullptr);
   EXPECT_TRUE(own.values[0].fits);
   EXPECT_TRUE(own.rows.empty());
+}
+
+TEST(Explanation, DoesNotTellTheEndOfARunFromWhatIsNotKnown) {
+  InspectionBench bench({{"1.conf",
+                          "[Config]\nAppIdManglingType=${config:A/B}\nMounts=${config:A/Nope}\n"
+                          "[A]\nB=${system:echo None}\n"}});
+  const Testing::LogCapture log;
+  const Explanation explanation(bench.inspection, "Config", "AppIdManglingType");
+  EXPECT_FALSE(explanation.isComplete);
+  EXPECT_TRUE(explanation.values[0].fits);
+  EXPECT_FALSE(explanation.rows.front().ends);
+  EXPECT_TRUE(Explanation(bench.inspection, "Config", "Mounts").values[0].fits);
+  const std::string text = explainText(bench.inspection, explanation, false);
+  EXPECT_NE(text.find("  is not known before all values are\n"), std::string::npos) << text;
 }
 
 TEST(Explanation, IsEmptyForAKeyThatIsNowhere) {
