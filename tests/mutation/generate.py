@@ -29,9 +29,10 @@ MAKERS = (
     values.drop_message_parts,
 )
 UNTOUCHED = ("assert", "static_assert")  # what they check is no behaviour
-# Sources whose sentences are read in the manual pages alone: the programs do not hold them, and a test
+# Sources whose sentences explain the keys, in the manual pages and where a program shows them: a test
 # could only repeat them. Their names of keys and words are tested like those of other sources.
-PROSE = ("src/generators/key_descriptions.cpp", "src/generators/key_notes.cpp")
+PROSE = ("src/generators/key_descriptions.cpp", "src/generators/key_notes.cpp",
+         "src/generators/value_kind.cpp")
 
 
 def sources(root: Path) -> list[str]:
