@@ -10,8 +10,8 @@
 namespace Cradle::Inspect {
 namespace {
 
-constexpr std::array kChecks{checkFiles,      checkNames,  checkValues, checkTemplates,
-                             checkReferences, checkLosses, checkSources};
+constexpr std::array kChecks{checkFiles,      checkNames,  checkValues,  checkTemplates,
+                             checkReferences, checkLosses, checkSources, checkContributions};
 
 std::vector<Finding> findAll(const Inspection& inspection) {
   Findings findings(inspection.journal);

@@ -1,28 +1,15 @@
 // Findings: references that lead nowhere or round in a circle, and text that a run which reads a
 // generated configuration takes for something else.
 
-#include <array>
-
 #include "base/text.h"
 #include "inspect/findings.h"
 #include "inspect/question.h"
 #include "inspect/reference_walk.h"
+#include "inspect/special_text.h"
 #include "inspect/value_facts.h"
 
 namespace Cradle::Inspect {
 namespace {
-
-// What has a meaning in a configuration file.
-struct SpecialText {
-  char character;
-  std::string_view effect;
-};
-
-constexpr std::array<SpecialText, 3> kSpecialTexts{{
-    {';', "';' separates values"},
-    {'$', "'$' begins a template"},
-    {'\n', "a line feed ends the line"},
-}};
 
 class ReferenceCheck {
  public:
@@ -89,12 +76,9 @@ class ReferenceCheck {
       return;
     }
     const std::string text = inspection_.textOf(value.part->value);
-    for (const SpecialText& special : kSpecialTexts) {
-      if (text.find(special.character) != std::string::npos) {
-        findings_.add(FindingId::ChangedByReadingBack, value.assignment->place,
-                      {name, text, special.effect});
-      }
-    }
+    forEachEffect(text, [&](std::string_view effect) {
+      findings_.add(FindingId::ChangedByReadingBack, value.assignment->place, {name, text, effect});
+    });
   }
 
   const Inspection& inspection_;

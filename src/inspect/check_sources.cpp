@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -41,6 +42,7 @@ class SourceCheck {
     for (const std::string& directory : inspection_.directories()) {
       checkDirectory(directory);
     }
+    checkWays();
     checkGenerated();
   }
 
@@ -78,7 +80,8 @@ class SourceCheck {
   // In a directory with the sticky bit nobody can exchange what belongs to another.
   void checkAccess(const std::string& path, unsigned excuse) {
     struct stat status {};
-    if (!checked_.insert(path).second || stat(path.c_str(), &status) != 0) {
+    if (stat(path.c_str(), &status) != 0 ||
+        !checked_.insert({status.st_dev, status.st_ino}).second) {
       return;
     }
     const bool group = (status.st_mode & kGroupMayWrite) != 0 && status.st_gid != 0;
@@ -101,9 +104,27 @@ class SourceCheck {
     for (const std::string_view below : sourceDirectories()) {
       checkAccess(path + "/" + std::string(below), 0);
     }
+    checkParents(path);
+  }
+
+  void checkParents(const std::string& path) {
     for (std::size_t end = path.rfind('/'); end != 0; end = path.rfind('/', end - 1)) {
       checkAccess(path.substr(0, end), kSticky);
     }
+  }
+
+  // Links lead past directories in which others might exchange the link or what it leads to.
+  void checkWays() {
+    for (const std::string& directory : inspection_.directories()) {
+      checkParents(absolute(directory));
+    }
+    for (const SourceFile& file : tree_.used) {
+      checkParents(absolute(Parser::resolvePath(file.path)));
+    }
+  }
+
+  static std::string absolute(const std::string& path) {
+    return path.starts_with('/') ? path : Parser::resolvePath(".") + "/" + path;
   }
 
   void checkGenerated() {
@@ -149,7 +170,7 @@ class SourceCheck {
   const Inspection& inspection_;
   SourceTree tree_;
   Findings& findings_;
-  std::set<std::string> checked_;
+  std::set<std::pair<dev_t, ino_t>> checked_;
 };
 
 }  // namespace

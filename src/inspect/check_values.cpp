@@ -1,5 +1,7 @@
 // Findings: values that are not what their keys are for, and keys that a run cannot do without.
 
+#include <algorithm>
+
 #include "generators/fragments.h"
 #include "glob_paths.h"
 #include "inspect/findings.h"
@@ -58,9 +60,16 @@ class ValueCheck {
  private:
   void checkAbsence() {
     const std::string_view output = endedOutput(inspection_, key_.name);
-    if (!output.empty()) {
+    if (!output.empty() && !mayStandBehindBadLine()) {
       findings_.add(FindingId::MissingKey, "", 0, {name_, output, expectationOf(key_)});
     }
+  }
+
+  bool mayStandBehindBadLine() const {
+    const auto& groups = inspection_.journal.groups;
+    return std::any_of(groups.begin(), groups.end(), [&](const auto& group) {
+      return isRefusedLine(group.first) && group.second.contains(key_.name.key);
+    });
   }
 
   void check(const std::string& text, Place place) {

@@ -42,6 +42,7 @@ enum class FindingId : std::uint8_t {
   SplitValue,
   MissingReference,
   ChangedByReadingBack,
+  HookMountEntry,
   HookName,
   IgnoredFile,
   OthersMayWrite,

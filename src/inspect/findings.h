@@ -51,6 +51,8 @@ void checkTemplates(const Inspection& inspection, Findings& findings);
 void checkReferences(const Inspection& inspection, Findings& findings);
 // Values that later files take away.
 void checkLosses(const Inspection& inspection, Findings& findings);
+// What fragments hold and, with --run, hooks print.
+void checkContributions(const Inspection& inspection, Findings& findings);
 // Hooks, fragments and other files; owners and modes; generated files.
 void checkSources(const Inspection& inspection, Findings& findings);
 

@@ -109,7 +109,7 @@ std::string Inspection::textOf(const Parser::ConfigValue& value) const {
 
 Inspection inspect(const Settings& settings, bool execute) {
   const Refusal refusal(execute);
-  Inspection inspection{settings, settle(settings), true, {}};
+  Inspection inspection{settings, settle(settings), true, {}, execute};
   if (!inspection.run) {
     inspection.run = runWithoutUser(settings);
     inspection.userIsKnown = false;

@@ -22,6 +22,7 @@ struct Inspection {
   std::unique_ptr<Generators::Run> run;  // its parser holds the merged configuration
   bool userIsKnown;
   Journal journal;
+  bool execute = false;  // commands and hooks may be started
 
   const Parser::ConfigParser& parser() const { return run->parser; }
   const std::vector<std::string>& directories() const { return settings.directories; }

@@ -68,6 +68,22 @@ TEST(CheckSources, FindsWhoMayWrite) {
       "runs.\n");
 }
 
+TEST(CheckSources, FindsWhoMayExchangeLinksAndWhatTheyLeadTo) {
+  InspectionBench bench({{"real/1.conf", ""}, {"open/2.conf", ""}, {"way/placeholder", ""}});
+  std::filesystem::create_symlink("../open/2.conf", bench.directory.path("real/2.conf"));
+  std::filesystem::create_directory_symlink("../real", bench.directory.path("way/link"));
+  setMode(bench, "open", 0777);
+  setMode(bench, "way", 0777);
+  const std::string link = bench.directory.path("way/link");
+  for (const std::string& path : {link, std::filesystem::proximate(link).string()}) {
+    bench.settings.directories = {path};
+    bench.lookAgain();
+    const std::string found = bench.found(checkSources);
+    EXPECT_NE(found.find("open:0 others-may-write "), std::string::npos) << found;
+    EXPECT_NE(found.find("way:0 others-may-write "), std::string::npos) << found;
+  }
+}
+
 // Makes the files those of somebody else than root, who is then the one who looks at them.
 class OrdinaryUser {
  public:

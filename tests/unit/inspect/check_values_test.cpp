@@ -20,6 +20,12 @@ TEST(CheckValues, FindsAKeyThatARunNeeds) {
       "it.\n");
 }
 
+TEST(CheckValues, MissesNoKeyThatMayStandBehindABadLine) {
+  EXPECT_EQ(InspectionBench({{"1.conf", "[Config\nAppIdManglingType=None\n"}}).found(checkValues),
+            "");
+  EXPECT_NE(InspectionBench({{"1.conf", "[Config\nA=None\n"}}).found(checkValues), "");
+}
+
 TEST(CheckValues, TellsWhatEndsARunFromWhatIsWrong) {
   const InspectionBench bench(
       {{"1.conf", kSound}, {"2.conf", "[Config]\nAppLaunchMode=x\nUseIds=x\nUseIds=maybe\n"}});

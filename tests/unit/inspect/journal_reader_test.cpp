@@ -202,7 +202,7 @@ TEST(JournalReader, ReadsOnBehindBadLinesAndFiles) {
   const LogCapture log(LogCapture::Level::LogCritical);
   ConfigParser parser(-1);
   const Journal journal = readJournal({directory.path()}, parser, false);
-  EXPECT_EQ(mergedText(parser), "/K=|a|b|c|\n");
+  EXPECT_EQ(mergedText(parser), "/K=|a|c|\n[bad/group]/K=|b|\n");
   ASSERT_EQ(journal.files.size(), 3U);
   EXPECT_EQ(journal.files[0].rejected.size(), 2U);
   EXPECT_EQ(journal.files[0].fault, "");

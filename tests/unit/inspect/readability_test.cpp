@@ -27,6 +27,30 @@ TEST(Readability, TellsWhyAFileDoesNotWork) {
   EXPECT_EQ(whyNotRunnable(directory.write("a.sh", "")), "Permission denied");
 }
 
+// What keeps a script from being run that begins like this.
+std::string faultOf(const std::string& begin) {
+  const TemporaryDirectory directory;
+  const std::string script = directory.writeScript("a.sh", "");
+  directory.write("a.sh", begin);
+  return whyNotRunnable(script);
+}
+
+TEST(Readability, LooksAtTheProgramOfAScript) {
+  for (const char* const begin :
+       {"", "echo\n", "#!", "#! \n", "#!/bin/sh", "#! /bin/sh -e\nx\r\n"}) {
+    EXPECT_EQ(faultOf(begin), "") << begin;
+  }
+  EXPECT_EQ(faultOf("#!/bin/sh\r\n"), "its first line ends with a carriage return");
+  EXPECT_EQ(faultOf("#!/no/such -x\n"), "its interpreter '/no/such': No such file or directory");
+}
+
+TEST(Readability, TakesAPipeForNoScript) {
+  const TemporaryDirectory directory;
+  const std::string pipe = directory.makePipe("a.sh");
+  std::filesystem::permissions(pipe, std::filesystem::perms(0755));
+  EXPECT_EQ(whyNotRunnable(pipe), "it is no regular file");
+}
+
 TEST(Readability, OpensNothingThatMightNotEnd) {
   const TemporaryDirectory directory;
   const std::string pipe = directory.makePipe("pipe");
