@@ -3,6 +3,9 @@
 
 #include <array>
 
+#include <unistd.h>
+
+#include "base/text.h"
 #include "generators/generated_config.h"
 #include "generators/lxc_config.h"
 #include "generators/property_file.h"
@@ -82,6 +85,11 @@ std::string textOf(const DiffLines& lines, bool coloured) {
   return page.text();
 }
 
+// As "patch" takes it.
+std::string patchOf(const DiffLines& lines) {
+  return lines.empty() ? "" : join(lines, "\n") + "\n";
+}
+
 Answer trouble(const std::string& why) {
   return {"", kTrouble, std::string(kProgram) + ": " + why + "\n"};
 }
@@ -124,7 +132,9 @@ Answer runDiff(const Options& options, std::span<const std::string> operands) {
     return {dump({{"output", output}, {"not_done", trial.notDone}, {"diff", lines}}), status,
             errors};
   }
-  return {textOf(lines, wantsColour(options.colour)), status, errors};
+  const bool coloured = wantsColour(options.colour);
+  const bool forPeople = coloured || isatty(STDOUT_FILENO) == 1;
+  return {forPeople ? textOf(lines, coloured) : patchOf(lines), status, errors};
 }
 
 }  // namespace Cradle::Inspect

@@ -11,6 +11,17 @@ namespace {
 
 constexpr std::size_t kMargin = 2;
 
+std::string_view faultOf(const Part& part) {
+  switch (part.fate) {
+    case Fate::Unclosed:
+      return "a template has no '}'";
+    case Fate::StrayDollar:
+      return "a '$' begins no template";
+    default:
+      return "a template failed";
+  }
+}
+
 std::string remarkOn(const Statement& statement, const Journal& journal) {
   if (statement.part == nullptr) {
     return "clears the key";
@@ -24,7 +35,7 @@ std::string remarkOn(const Statement& statement, const Journal& journal) {
     case State::Empty:
       return "left out: empty";
     case State::Discarded:
-      return "left out: a template failed";
+      return "left out: " + std::string(faultOf(*statement.part));
     default:
       return "counts";
   }

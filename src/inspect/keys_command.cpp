@@ -8,6 +8,7 @@
 #include "inspect/json.h"
 #include "inspect/key_table.h"
 #include "inspect/page.h"
+#include "inspect/question.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -89,6 +90,14 @@ void writeGroup(const Generators::GroupDescription& group, const Keys& keys, Pag
   }
 }
 
+std::string absenceText(const std::string& name) {
+  const KeyPattern pattern(name);
+  return printable(name) + ": no such key or group is known" +
+         (pattern.key.empty() ? questionForGroup(pattern.group)
+                              : questionForKey(pattern.group, pattern.key)) +
+         "\n";
+}
+
 std::string textOf(const Keys& keys, bool coloured) {
   Page page(coloured);
   if (keys.size() == 1) {
@@ -109,7 +118,7 @@ Answer runKeys(const Options& options, std::span<const std::string> operands) {
     return {jsonOf(keys), keys.empty() ? kFindings : kFine};
   }
   if (keys.empty()) {
-    return {"", kFindings, printable(operands.front()) + ": no such key or group is known\n"};
+    return {"", kFindings, absenceText(operands.front())};
   }
   return {textOf(keys, wantsColour(options.colour))};
 }

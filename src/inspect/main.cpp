@@ -28,9 +28,10 @@ int main(int argc, char** argv) {
     return answer.status;
   }
   // A reader that has seen enough is no trouble.
-  if (errno != EPIPE) {
-    Cradle::standardError().write(std::string(Cradle::Inspect::kProgram) +
-                                  ": cannot write: " + std::strerror(errno) + "\n");
+  if (errno == EPIPE) {
+    return answer.status;
   }
+  Cradle::standardError().write(std::string(Cradle::Inspect::kProgram) +
+                                ": cannot write: " + std::strerror(errno) + "\n");
   return Cradle::Inspect::kTrouble;
 }

@@ -105,15 +105,30 @@ struct GetoptTables {
     return kOptions[static_cast<std::size_t>(answer - kFirstIndex)];
   }
 
+  // The option that getopt_long is not content with, as it is written.
+  static std::string nameOf(int option) {
+    return option >= kFirstIndex ? std::string("--") + rowOf(option).name
+                                 : std::string("-") + static_cast<char>(option);
+  }
+
   static constexpr int kFirstIndex = 256;  // no letter is greater
-  std::string letters;
+  static constexpr int kMissingValue = ':';
+  std::string letters = ":";  // tells missing values from unknown options
   std::array<option, kOptions.size() + 1> longOptions{};
 };
 
-// What getopt_long says where its answer is '?', with the option as it was written.
-std::string complaint(std::span<char*> arguments) {
-  return printable(arguments[static_cast<std::size_t>(optind) - 1]) +
-         ": unknown option, or a value is missing or too much\n";
+// What getopt_long says where its answer is this one.
+std::string complaint(int answer, std::span<char*> arguments) {
+  if (answer == GetoptTables::kMissingValue) {
+    return GetoptTables::nameOf(optopt) + ": its value is missing\n";
+  }
+  if (optopt >= GetoptTables::kFirstIndex) {
+    return GetoptTables::nameOf(optopt) + ": takes no value\n";
+  }
+  // Of a long option there is no more than the word.
+  const std::string name =
+      optopt == 0 ? arguments[static_cast<std::size_t>(optind) - 1] : GetoptTables::nameOf(optopt);
+  return printable(name) + ": unknown option\n";
 }
 
 }  // namespace
@@ -134,8 +149,8 @@ std::optional<Options> parseOptions(std::span<char*> arguments, std::string& err
     if (answer < 0) {
       break;
     }
-    if (answer == '?') {
-      errors += complaint(arguments);
+    if (answer == '?' || answer == GetoptTables::kMissingValue) {
+      errors += complaint(answer, arguments);
       return std::nullopt;
     }
     if (!apply(GetoptTables::rowOf(answer), options, optarg == nullptr ? "" : optarg, errors)) {

@@ -4,6 +4,8 @@
 #include "inspect/finding_text.h"
 #include "inspect/json.h"
 #include "inspect/key_table.h"
+#include "inspect/printable.h"
+#include "inspect/question.h"
 #include "inspect/statement.h"
 
 namespace Cradle::Inspect {
@@ -35,6 +37,16 @@ std::vector<ShownKey> keysToShow(const Journal& journal, const KeyPattern* patte
     }
   }
   return keys;
+}
+
+std::string absenceText(const KeyPattern& pattern) {
+  if (pattern.key.empty()) {
+    return "[" + printable(pattern.group) + "] has no value" + questionForGroup(pattern.group) +
+           "\n";
+  }
+  const bool isKnown = findKey(pattern.group, pattern.key) != nullptr;
+  return printable(nameOfKey(pattern.group, pattern.key)) + " is not set" +
+         (isKnown ? "" : questionForKey(pattern.group, pattern.key)) + "\n";
 }
 
 std::string headingOf(std::string_view group) {
@@ -130,10 +142,11 @@ Answer runShow(const Options& options, std::span<const std::string> operands) {
       keysToShow(inspection.journal, operands.empty() ? nullptr : &pattern, options.all);
   const Show show(inspection, keys);
   const bool found = operands.empty() || !keys.empty();
-  std::string refusals = refusalText(inspection);
+  std::string errors = refusalText(inspection) + (found ? "" : absenceText(pattern));
+  const int status = errors.empty() ? kFine : kFindings;
   return {
       options.format == OutputFormat::Json ? show.json() : show.text(wantsColour(options.colour)),
-      found && refusals.empty() ? kFine : kFindings, std::move(refusals)};
+      status, std::move(errors)};
 }
 
 }  // namespace Cradle::Inspect

@@ -42,6 +42,14 @@ TEST(ExplainText, TellsTheLifeOfAKey) {
                 user + ";${system:x}\n");
 }
 
+TEST(ExplainText, TellsWhyAValueIsLeftOut) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[O]\nK=${a;$b\n");
+  const std::string text = squeezed(program.text({"explain", "O/K", "--color=never"}));
+  EXPECT_NE(text.find("${a # left out: a template has no '}'\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("$b # left out: a '$' begins no template\n"), std::string::npos) << text;
+}
+
 TEST(ExplainText, SaysWhatIsNoFile) {
   const InspectProgram program;
   program.directory.write("1.conf", "[O]\nK=${envfile:/dev/zero:X}\n");

@@ -34,7 +34,11 @@ TEST(ShowCommand, ShowsOneGroupOrKey) {
   program.directory.write("1.conf", "[A]\nK=1\nL=2\n[B]\nK=3\n");
   EXPECT_EQ(program.text({"show", "A/K", "--color=never"}), "[A]\n1.conf:2  K=1\n");
   EXPECT_EQ(program.text({"show", "B", "--color=never"}), "[B]\n1.conf:5  K=3\n");
-  EXPECT_EQ(program.run({"show", "C"}).status, kFindings);
+  EXPECT_EQ(program.run({"show", "Confg"}).status, kFindings);
+  EXPECT_EQ(program.run({"show", "Confg"}).errors, "[Confg] has no value (did you mean Config?)\n");
+  EXPECT_EQ(program.run({"show", "Display/Densty"}).errors,
+            "Display/Densty is not set (did you mean Density?)\n");
+  EXPECT_EQ(program.run({"show", "Display/Density"}).errors, "Display/Density is not set\n");
 }
 
 TEST(ShowCommand, ShowsWhatCanBeReadOfABadTree) {
