@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs all measurements and prints the table. Called by tools/bench, which says what it may use."""
 
 import sys

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Warnings, hardening and sanitizers, for every target of the project.
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What "cmake --install" puts where, the program apart. The unit names the installed program and its
 # configuration by their full paths.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The configuration library for other programs: the shared library beside the static one, and the
 # headers, the pkg-config file and the CMake package by which they are found. docs/library.md tells
 # how they are used.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Holds a layer to what it is built on: it must link without what is above it.
 
 # The objects of the layer, and of those below it, become a library in which nothing may be missing.

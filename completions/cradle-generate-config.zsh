@@ -1,4 +1,5 @@
 #compdef cradle-generate-config
+# SPDX-License-Identifier: MIT
 # Completion of cradle-generate-config for zsh.
 
 _cradle_user_ids() {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Completion of cradle-inspect-config for bash, on top of the package bash-completion.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Completion of cradle-inspect-config for fish.
 
 # The ids of all users, with their names.

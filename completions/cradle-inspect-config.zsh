@@ -1,4 +1,5 @@
 #compdef cradle-inspect-config
+# SPDX-License-Identifier: MIT
 # Completion of cradle-inspect-config for zsh.
 
 _cradle_inspect_user_ids() {

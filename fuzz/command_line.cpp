@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line. The input is the arguments behind the program's name, one in each line.
 //
 // Properties: every argument is taken or complained of; the settings are those of the options in

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reader of configuration files. The input is a file.
 //
 // Properties: every entry is delivered with its group, key and value, in order; every other line is

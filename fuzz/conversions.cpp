@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The conversions between text and typed values. The input is a text; its first eight bytes are
 // also a number.
 //

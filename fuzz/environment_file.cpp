@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Environment files. The first line of the input is the name of a variable, the rest is the file.
 //
 // Properties: the last line for the name gives the value; a missing variable is reported; where the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inspecting program, from a tree of files to what it tells of it, in a private host. The input
 // is the files of the host, as in common/file_tree.h, with "arguments" as for the whole program.
 //

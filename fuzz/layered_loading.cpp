@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Layered loading. The input is files as in common/file_tree.h: "DIRECTORY/FILE" is one of a
 // configuration directory, of which the order is that of their names, and "known" holds the
 // declared keys (see common/layer_model.h). "$" is read as "S", because templates

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locale names. The input is a name.
 //
 // Properties: a name with a separator gives its first two pieces, any other is reported; a locale

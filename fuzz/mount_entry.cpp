@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mount entries. The input is an entry.
 //
 // Properties: an entry is accepted when it obeys the rules of a table that stands here once more,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // OpenGL ES versions. The input is the text of one.
 //
 // Property: a text gives what a stream and 64-bit arithmetic make of it. An integer stands for

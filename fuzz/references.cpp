@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reference resolution. The input is lines such as "a=text@b;@c": the key "a" gets two values, the
 // first being "text" and a reference to "b". A key without values is removed.
 //

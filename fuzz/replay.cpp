@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main program of a target without the fuzzer: checks every file of the directories given.
 //
 // Prints the name of each file before it is checked, so that the last one is the culprit when a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes what the fuzzer starts from: DIRECTORY/TARGET.dict with words, DIRECTORY/TARGET/ with
 // inputs. Both are made of the program's own tables and of the golden cases of the end-to-end
 // tests.

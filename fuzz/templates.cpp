@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The template scanner and evaluator. The input is a raw value.
 //
 // Properties: a value expands to its text with the values of its sources in their places, which are

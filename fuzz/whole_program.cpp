@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole program, from a tree of files to each of its three outputs, in a private host. The
 // input is the files of the host, as in common/file_tree.h; "arguments" holds the options of the
 // command line, one word in each line, by default those for the user alice.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect_sections.h"
 
 #include <cctype>

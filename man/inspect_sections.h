@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tables of cradle-inspect-config have for its manual page, as mdoc.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cradle-manual: makes the manual pages while the project is built. It is not installed.
 //
 //   cradle-manual fill SOURCE PAGE   writes the page that the source describes

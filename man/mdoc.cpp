@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mdoc.h"
 
 #include "base/text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text as the sources of manual pages hold it (mdoc).
 #pragma once
 

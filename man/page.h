@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A page with its markers replaced.
 //
 // A marker is a comment line `.\" @NAME@` or `.\" @KIND ROW REST@`. A page that shows one row of a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sections.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of the manual pages that are made of the program's own tables, as mdoc.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host's Android system properties as a value source.
 #pragma once
 

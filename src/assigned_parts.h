@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an assignment in a configuration file says: that its key is cleared, or values to add.
 //
 // Shared by whoever reads assignments, so that all of them mean the same.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The record of one configuration file being read.
 //
 // Owned by the loader and shared by reference with every iterator over the file. Setting the flag

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reader of configuration files: an input iterator over the entries of one file.
 //
 // A file is lines of "[group]", "key=value" and comments that begin with "#" or ";" in the first

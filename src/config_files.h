@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which files of a directory are configuration.
 #pragma once
 

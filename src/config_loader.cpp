@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ConfigParser's loading: files into entries, entries into values, directories into layers.
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layered configuration: every value of every key of every group, from all "*.conf" files of an
 // ordered list of directories.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a ConfigParser holds; seen only by the files that implement it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The merged configuration in memory: groups of keys, each with its values, oldest first.
 //
 // A group or key comes to exist when its first value is stored. Removing a key leaves its group.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One value of a configuration key: plain text, or text with references to other values.
 //
 // A reference is a (group, key) pair with the offset in the literal text at which the referenced

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The writer of every output file: comments, groups, key/value lines and verbatim text, line by
 // line in the order of the calls.
 //

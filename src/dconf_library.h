@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions of the dconf client library and of the GLib below it, bound when first needed.
 //
 // Opening these libraries takes several times as long as a whole run without them, so only a run

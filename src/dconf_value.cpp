@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dconf_value.h"
 
 #include <cstdlib>

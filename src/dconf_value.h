@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A user's dconf database as a value source.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "environment_file.h"
 
 #include "base/line_reader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Environment files: text files of "name=value" lines such as the system's locale file.
 //
 // Name and value are trimmed; a value between double quotes loses them; nothing else is unquoted.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Marks what the shared library shows to other programs; everything else in it is hidden.
 //
 // A program can use exactly what the public headers (src/public_headers.cmake) declare with the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two engines behind hooks and static fragments: they find files by a glob pattern, take them
 // in ascending byte order and hand what they contribute to an action.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generator_helpers.h"
 
 #include "file_walk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What any generator does with the static fragments and mount hooks of a configuration directory.
 //
 // Files and scripts are taken in ascending byte order of their paths. Neither function stops at a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pathname expansion as the loader, the hooks and the device nodes use it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The values of one key, oldest first.
 //
 // Owned by the configuration store, where a list without values stands for a key that was removed.

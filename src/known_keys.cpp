@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "known_keys.h"
 
 #include <functional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The optional table of declared keys, each with the mode in which files assign it.
 //
 // A parser without declared keys takes every key as a list; once there is one, only declared keys

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "library_logger.h"
 
 namespace Cradle::Parser {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The logger through which the configuration library and everything built on it reports.
 //
 // Made during static initialisation with the identity below, the level LogWarning and the journal

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What reads a configuration for the loggers: LoggerConfig::configure() and two setters. They stand
 // here, above the logging module, which knows ConfigParser only by name.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mount entries: lines of six fields, as in an fstab, that become the container's mounts.
 //
 // The check is strict: bind mounts of absolute paths and the pseudo file systems that the container

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The interface of the configuration library: the headers that other programs may include. They are
 # about reading layered configurations, writing such files, and the messages about both; where values
 # come from and how files are found stays inside.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Canonical paths as a value source.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run_command.h"
 
 #include <array>

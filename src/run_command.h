@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs shell commands: "system" templates and hook scripts.
 #pragma once
 

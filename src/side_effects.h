@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a run does to the host beside writing its output: it starts commands and makes a directory.
 //
 // A program that only looks refuses that. Nothing is refused otherwise. The decision is one for the

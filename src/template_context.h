@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the templates of one configuration may draw on besides the outside world.
 //
 // Owned by its ConfigParser: the named templates that a program registers before it loads anything,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The template evaluator: turns the text between "${" and "}" into text or into a reference.
 //
 // A text without ":" is the name of a registered template; otherwise the part before the first ":"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a template in a raw value is, for whoever expands one: "${...}" is a substitution, "$$" a
 // literal dollar sign, and "$" stands before nothing else.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The template scanner: finds the substitutions in a raw value (see template_scan.h) and puts
 // together what they yield.
 //

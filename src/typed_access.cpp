@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ConfigParser's getValue family: resolved values as strings, booleans and numbers.
 
 #include <cassert>

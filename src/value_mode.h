@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The modes in which configuration files assign a key that has been declared.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ConfigParser::resolve(): follows the references of a value to the text that it stands for.
 
 #include "config_parser_implementation.h"

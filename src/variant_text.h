@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GVariant values, as dconf stores them, as text.
 #pragma once
 

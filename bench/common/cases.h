@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a benchmark program measures, and its two modes: by default Google Benchmark times the
 // cases; with "--instructions REGEX" under callgrind (--instr-atstart=no) each case that matches is
 // counted once, in a dump of its own that bears its name.

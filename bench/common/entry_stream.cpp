@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/entry_stream.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The configuration that is measured: entries like those of a device, made with a fixed seed, so
 // that every program and every run reads the same bytes.
 //

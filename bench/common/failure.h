@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a benchmark fails: with a message and a non-zero status, since a measurement of something
 // that did not work is worse than none.
 //

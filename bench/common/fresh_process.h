@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures in a child process of its own, so that each measurement starts alike: an allocator that
 // has given nothing out, no memory left from the one before, and nothing to destroy at the end. So
 // does the program, which loads once.

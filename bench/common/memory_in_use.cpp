@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/memory_in_use.h"
 
 #include <fstream>

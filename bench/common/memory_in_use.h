@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How much memory this process holds, told in two ways: what was asked of the C library's
 // allocator, which is exact, and what is resident, which also knows of memory from elsewhere.
 //

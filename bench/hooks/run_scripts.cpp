@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Usage: run-scripts SCRIPT...
 // Runs scripts one after the other and reads what they print: the shells of a run with hooks,
 // without the run.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // This program: templates are looked for in each value and lists are split while loading.
 
 #include "config_parser.h"

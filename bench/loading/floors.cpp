@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What reading alone costs: the lines are found and forgotten.
 
 #include <cstring>

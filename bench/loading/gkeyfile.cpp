@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GLib's GKeyFile, which the desktop's configuration files are read with. No flags: comments and
 // translations are not kept.
 

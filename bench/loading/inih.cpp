@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parser inih, and the standard library's tables for what it hands out.
 
 #include <unordered_map>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How every key of a file is looked up, and its value compared with that of the entry.
 
 #include "loading/loaders.h"

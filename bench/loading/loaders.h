@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ways to get a configuration file into memory that are compared: this program's, those of the
 // libraries that could be used instead, and two floors, which only find the lines.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What loading a file costs: time, memory and instructions, for each loader and size. All are given
 // the same files, and each is first made to show that it has every value.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Boost.PropertyTree and its parser of INI files.
 
 #include <boost/property_tree/ini_parser.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SimpleIni, with names that are told apart by case, as everywhere else here, and with its fastest
 // way to take the text: as it is.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """User-space instructions, counted by callgrind: the same number on every machine and run, as long
 as the compiler and the libraries are the same."""
 

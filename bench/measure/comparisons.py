@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Which figures are compared with which: the rows of the table, in their order."""
 
 from typing import Iterator, NamedTuple

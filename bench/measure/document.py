@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """docs/performance.md: its measured part, between two marks, and its plot."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What was measured: samples by subject and quantity."""
 
 import json

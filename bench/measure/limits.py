@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The limits of bench/limits.toml, and what they say of a comparison."""
 
 import fnmatch

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The plot: time per line over the number of lines, for every loader, on logarithmic axes."""
 
 import itertools

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Whole processes, timed by hyperfine without a shell between. All that are compared are run in
 many short rounds, each in another order: what else the machine does falls on all of them."""
 

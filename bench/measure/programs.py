@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The programs of Google Benchmark (loading, operations, writing): each is timed, with its cases
 interleaved at random so that all see the same noise, and most are counted under callgrind."""
 

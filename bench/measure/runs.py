@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The whole runs that are measured, and what they are compared with."""
 
 from pathlib import Path

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Where things are, and how much effort a measurement is worth."""
 
 import subprocess

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The table: a row for each comparison, as Markdown that is also legible on a terminal."""
 
 from typing import Sequence

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The operations on a loaded configuration whose cost must not depend on its size: those that read
 // or look up something, and those that store.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an operation on a loaded configuration costs, in a small and in a large one. The names are
 // "operation/KEYS/NAME".
 

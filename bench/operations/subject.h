@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A loaded configuration of some size, on which operations are measured.
 //
 // Every group holds the same special keys for them beside ordinary ones, and the operations go from

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a program can be.
 
 int main() {

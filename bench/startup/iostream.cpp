@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a C++ program with the standard streams can be.
 
 #include <iostream>

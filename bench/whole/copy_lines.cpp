@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Usage: copy-lines INPUT OUTPUT
 // Copies a file line by line with a flush for each: the plain program that writes what
 // cradle-generate-config writes, without knowing anything about it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Usage: generate-entries COUNT OUTPUT
 // Writes a configuration file with so many entries, for the measurements of whole programs.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What writing a line costs: with ConfigWriter, with the plain loop that it could be, and with
 // nothing but the system call. All write the same bytes, a system call for every line.
 

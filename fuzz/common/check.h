@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a target says when a property of the program does not hold.
 //
 // A broken property ends the process, which counts as a finding and keeps the input. Results are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The function that the fuzzer and the replay call.
 
 #include <cstddef>

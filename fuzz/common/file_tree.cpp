@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/file_tree.h"
 
 #include <algorithm>

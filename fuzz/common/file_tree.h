@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inputs that stand for several files, as one text.
 //
 // A line "%% NAME" begins a file, whose text goes up to the line feed before the next such line, or

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/generated_text.h"
 
 #include <map>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a generated configuration has to hold, put together from the files of a host by plain means.
 //
 // The entries come from a ConfigParser that has loaded the same directories: its own targets hold

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/layer_model.h"
 
 #include <cctype>

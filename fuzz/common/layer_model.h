@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The merged configuration as a plain map of lists gives it, for the target of layered loading.
 #pragma once
 

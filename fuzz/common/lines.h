@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lines counted and taken apart by the standard library's means, to hold the program's reader to.
 #pragma once
 

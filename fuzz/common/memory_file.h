@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file in memory, for functions that want a path.
 #pragma once
 

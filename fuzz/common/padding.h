@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entries that have nothing to do with an input, to be loaded before it.
 //
 // They move everything else to another place in memory and in the tables, and make the tables grow

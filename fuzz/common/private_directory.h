@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The directory of this process for files that have to have names, emptied for every input and
 // removed at exit. It lies below $TMPDIR, else in memory, if there is a place for that: on a busy
 // disk an input took a hundred times longer.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/private_host.h"
 
 #include <algorithm>

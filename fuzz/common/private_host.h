@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host inside this process, for whole runs of the program.
 //
 // While a Visit lives, what the program asks of the operating system by a name is answered here:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/program_runs.h"
 
 #include "common/check.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole runs of the program in a private host: all three outputs, one after the other.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every target of the fuzzer defines: one check of the program against one input.
 //
 // The input may hold any bytes. A check runs the program's functions on it and looks at the result

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "common/value_sources.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Value sources that the templates of a fuzzed text may ask without harm.
 //
 // A target that links common/value_sources.cpp gets them in place of the program's own: the linker

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A set of bytes that is made at compile time and asked in constant time.
 //
 // Names in configuration files and logger identities are checked against such sets, the former for

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversion between text and typed values, the same for configuration values and log levels.
 //
 // Each converter takes the text and an optional success flag. It always returns a value: what could

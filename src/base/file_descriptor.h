@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An open file of the operating system, closed with its owner.
 //
 // Files are opened so that the programs which this one starts do not inherit them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/input_file.h"
 
 #include <array>

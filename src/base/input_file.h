@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file that is read from its beginning to its end, in pieces or whole.
 //
 // Owns its open file. A file that cannot be opened is one that cannot be read. Nothing is logged:

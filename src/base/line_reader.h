@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lines of a file, one after the other, without a copy of each.
 //
 // A line is what stands before a line feed, or between the last one and the end of the file. Lines

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hash table from names to records, for a handful of them as well as for millions.
 //
 // Records stay where they are once made, in the order of their making, and are never taken out. The

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/optional_libraries.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The libraries that a run may open with SharedLibrary, one row each.
 //
 // They are no dependencies that the loader knows of. The program file therefore names them in a

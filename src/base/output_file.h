@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file that is written in texts, each handed to the operating system at once.
 //
 // The first text that cannot be written whole ends the writing: what follows is dropped. Nothing is

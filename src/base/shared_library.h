@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A shared library that is opened when it is first needed instead of at every start.
 //
 // Most runs use none of the libraries in base/optional_libraries.h, and opening these costs more

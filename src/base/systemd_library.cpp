@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/systemd_library.h"
 
 namespace Cradle {

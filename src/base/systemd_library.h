@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The systemd client library, opened by the first caller that needs the journal or the login state.
 #pragma once
 

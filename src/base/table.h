@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looking up a row of a constant table.
 #pragma once
 

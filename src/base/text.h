@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text helpers that every layer shares: splitting at one character, trimming and joining.
 //
 // Views returned from here point into the text given; the caller keeps that text alive. Nothing

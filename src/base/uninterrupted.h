@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls of the operating system that a signal may interrupt, made again until none does.
 //
 // Such a call returns a negative number or null where it fails. One whose null may also say that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads configuration values for the outputs, where an absent key has a meaning of its own.
 //
 // An absent text is empty, an absent boolean false, an absent number 0 and an absent list empty. A

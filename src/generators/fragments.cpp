@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/fragments.h"
 
 #include "base/text.h"

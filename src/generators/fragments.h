@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a configuration directory's hooks and static fragments contribute, and the device nodes that
 // a configuration names.
 //

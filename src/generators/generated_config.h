@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The generated configuration: all directories merged into one flat file, and the facts of the run.
 //
 // The first of the three outputs. Its file holds text with all templates and references expanded:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The group in which a generated configuration records the facts of its run, and its keys.
 //
 // Written by generateConfig() and read back by the runs that come after it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For whom a run writes: as the host says, or as an earlier run has settled it.
 #pragma once
 

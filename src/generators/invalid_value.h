@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How every output says that a configuration value is wrong.
 #pragma once
 

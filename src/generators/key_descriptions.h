@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What each configuration key means: what only a person can tell.
 //
 // One row per key, in the order of the manual. A key's type, the words that it allows and the lines

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/key_notes.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What formats, conditions and code outside of the tables do with keys, in words for the reference.
 //
 // The rows of the outputs name these functions, but cannot tell what becomes of a value in them or

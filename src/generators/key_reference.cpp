@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/key_reference.h"
 
 #include <algorithm>

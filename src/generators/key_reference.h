@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reference of the configuration keys: for each what it means, what it may hold, what holds
 // without it, and every line of an output that is made of it or hangs on it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/locale.h"
 
 #include "environment_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The guest's language and country, taken from the host.
 //
 // "Config"/"LanguageOverride" comes first and is never combined with a file; then the locale file

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/login_library.h"
 
 #include <optional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The login manager's client functions, bound from the systemd library when first needed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LXC container configuration.
 //
 // A file of "key = value" lines: the rows of one table, then what the mount hooks and static

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formats, conditions and lines of the LXC configuration that need more than a conversion.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/lxc_rows.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of the LXC configuration: every line that does not come from hooks or fragments, in
 // order.
 //

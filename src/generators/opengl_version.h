@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The OpenGL ES version as Android packs it: the major number in the upper 16 bits, the minor in
 // the lower.
 #pragma once

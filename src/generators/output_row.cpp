@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/output_row.h"
 
 #include <algorithm>

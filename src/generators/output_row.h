@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of an output table: one row per line that a generator writes.
 //
 // A row names the comment that heads it, the key that it writes, the configuration value that it is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Android property file, which the guest reads at boot.
 //
 // A file of "property=value" lines: the property hooks of every directory, the rows of one table,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formats and conditions of the properties that need more than a conversion.
 #pragma once
 

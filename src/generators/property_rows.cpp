@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/property_rows.h"
 
 #include <array>

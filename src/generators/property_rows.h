@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of the property file: every property that the generator itself writes, in order.
 //
 // A new property is one row, in its place. Its formats and conditions are those of row_formats.h

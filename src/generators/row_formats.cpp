@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/row_formats.h"
 
 #include "base/conversion.h"

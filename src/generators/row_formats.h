@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formats and conditions that output rows share.
 #pragma once
 

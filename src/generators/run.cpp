@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/run.h"
 
 #include "base/text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the three generators get ready, written once, and where they differ.
 //
 // A run knows for whom it writes, holds the loaded configuration and the arguments of its hooks.

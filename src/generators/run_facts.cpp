@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/run_facts.h"
 
 #include <unistd.h>

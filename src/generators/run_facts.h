@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The facts of one run: for whom and for which container instance it writes.
 #pragma once
 

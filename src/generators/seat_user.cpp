@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/seat_user.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The user at the machine: the owner of the active session on the login seat "seat0".
 //
 // Asks the login manager through its client library (sd-login); a host without the library has no

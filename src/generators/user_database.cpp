@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/user_database.h"
 
 #include <cerrno>

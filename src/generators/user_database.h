@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Users as the system's user database knows them, and directories made on their behalf.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/value_kind.h"
 
 #include <array>

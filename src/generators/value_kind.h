@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a configuration value is read as, and which texts are meant.
 //
 // The outputs make something of every text: "yes" reads as false, "12 px" as 12. This is for those

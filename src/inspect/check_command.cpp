@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "check": what is wrong or doubtful, each with its place and what to do about it.
 
 #include <array>

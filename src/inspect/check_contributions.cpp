@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: what fragments hold and hooks print that is wrong, or changes when a generated
 // configuration is read back. Hooks tell only when they may be run.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: what keeps a run from reading its configuration.
 
 #include <sys/stat.h>

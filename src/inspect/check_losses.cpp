@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: values that a later file takes away. Within one file that is no news, and most keys are
 // assigned only once.
 

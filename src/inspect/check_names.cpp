@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: groups and keys that nothing knows, and values that ";" splits against the wish of
 // whoever wrote them.
 

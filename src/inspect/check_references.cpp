@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: references that lead nowhere or round in a circle, and text that a run which reads a
 // generated configuration takes for something else.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: hooks and fragments that do not work, files that nothing reads, who may change what
 // root runs, and generated configurations where they do not belong.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: templates that cannot be expanded, and those that give nothing.
 
 #include <array>

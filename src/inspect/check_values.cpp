@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings: values that are not what their keys are for, and keys that a run cannot do without.
 
 #include <algorithm>

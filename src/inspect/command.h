@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands of the inspecting program, one row each.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions behind the commands, each in a file of its own; the help tells what they do.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "diff": what a run would change in an output file. The run is a real one, made by the generators,
 // but for where it writes, and for the commands that it starts only with --run.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "explain": the life of one key.
 
 #include "base/text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/explain_text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The life of one key: what was assigned, what came of it, and what becomes of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "files": what a run would read, run and copy, in its order, and what it would pass over.
 
 #include "inspect/command_functions.h"

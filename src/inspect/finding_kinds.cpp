@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/finding_kinds.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kinds of findings: one table, from which messages, documentation and tests come.
 #pragma once
 

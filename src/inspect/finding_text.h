@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Findings as lines of text, in the form that editors and people know from compilers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What has been found: each with its kind, its place and its words.
 #pragma once
 

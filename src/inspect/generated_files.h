@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Generated configurations among the files that a run reads.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys, the files that they come from, and the references between them.
 #pragma once
 

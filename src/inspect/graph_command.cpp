@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "graph": which file a key comes from and what it refers to, for Graphviz.
 
 #include "inspect/command_functions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A graph as text for Graphviz, as a picture that Graphviz draws, and for programs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/help.h"
 
 #include "inspect/command.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every command looks at: the run that would be made, its merged configuration, and where each
 // value of it comes from.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything that the configuration files said, in the order in which they were loaded: where each
 // assignment stands, what its templates gave, and what became of each of its values.
 //

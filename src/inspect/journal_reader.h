@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads configuration directories as a run does, and keeps the journal of it.
 #pragma once
 

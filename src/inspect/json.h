@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // JSON for programs. Texts that are no UTF-8 have U+FFFD in the place of each wrong byte.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys that the programs know, for looking them up.
 //
 // A key that no output reads may still be there for others to refer to; it is not known.

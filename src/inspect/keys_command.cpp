@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "keys": the reference of the keys that the outputs read.
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cradle-inspect-config: looks at what cradle-generate-config reads, and tells what it sees.
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file in memory that is written under a path, as the generators do, and then read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The name that somebody may have meant.
 #pragma once
 

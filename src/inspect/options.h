@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line of the inspecting program: options, a command, and what it is about.
 //
 // Options may stand anywhere. Those that say what a run is are the first program's own and mean the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What single rows of the outputs make of the configuration: the rows of the real tables, written
 // by the real functions, into memory.
 #pragma once

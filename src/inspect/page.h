@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text for people: aligned, in colour where that is wanted, and safe to show on a terminal.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text from files and command lines, made safe to show: what would steer a terminal or reorder what
 // stands on it, and what is no UTF-8, appears in escaped form.
 #pragma once

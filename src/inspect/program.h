@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program but for its surroundings: from the arguments to what is to be printed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The question whether something else was meant, as it stands behind what is not known: a blank and
 // "(did you mean NAME?)", or nothing.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What keeps a file from being used, in the operating system's words; empty where nothing does.
 #pragma once
 

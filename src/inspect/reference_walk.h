@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The references of a value, followed as a run follows them: where they lead, and whether they end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // While one of these lives, the process starts no command and makes no directory (side_effects.h).
 #pragma once
 

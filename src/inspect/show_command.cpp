@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "show": the merged configuration, each value with the line that it comes from.
 
 #include "inspect/command_functions.h"

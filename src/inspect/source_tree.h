@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every file that a run reads, runs or copies, in the order in which it does, and what stands
 // beside them and is passed over.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Characters that have a meaning in a configuration file: text that holds one changes when it has
 // been written into a generated configuration and is read back.
 #pragma once

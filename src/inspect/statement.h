@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What each line about a key still has to say in the end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/substitution.h"
 
 #include "base/table.h"

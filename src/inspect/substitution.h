@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One template substitution, made by the evaluator of the library, and what came of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/unified_diff.h"
 
 #include <algorithm>

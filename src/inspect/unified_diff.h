@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What changes from one text to another, as "diff -u" writes it.
 #pragma once
 

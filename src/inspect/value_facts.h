@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the references of values lead to, found once for each value however many others refer to it.
 #pragma once
 

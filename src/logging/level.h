@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The five levels of a log message.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the levels of a log message are called, and their journal priorities.
 #pragma once
 

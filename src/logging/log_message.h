@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One log message, built from parts and emitted as one line when it is destroyed.
 //
 // Written as `logger.error() << "Cannot read " << path;`. The level and target are those that the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "logging/log_target.h"
 
 // Without this the journal's functions are macros that add the place of the call in this program.

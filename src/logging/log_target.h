@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How log targets are made, named and asked, and how lines are sent to them.
 #pragma once
 

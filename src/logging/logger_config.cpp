@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "logging/logger_config.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loggers: a dotted identity, a threshold level and a target, held by shared ownership.
 //
 // Every logger lives in one process-wide registry until exit, so that configure() reaches all of

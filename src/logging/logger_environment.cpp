@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the environment says about a logger.
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "logging/logger_registry.h"
 
 namespace Cradle::Parser::Logging {

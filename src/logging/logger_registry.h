@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The process-wide list of all loggers, in the order of their creation.
 //
 // The registry shares the ownership of its loggers and never lets one go before exit. Whoever works

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where log lines go: the systemd journal, standard output, standard error or a file.
 //
 // A target shares its file, so a message under construction keeps the file that it captured open

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line: options, each with exactly one value, then one output file.
 //
 // Options are recognised only before the output file; a value is always the next argument, whatever

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cradle-generate-config: one run, one output file, exit.
 
 #include <array>

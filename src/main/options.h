@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options of the command line and the settings that they change.
 //
 // Every option takes exactly one value and is one row of the table, from which parsing, messages

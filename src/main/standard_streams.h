@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps the state in which a caller leaves the standard streams from harming a run.
 #pragma once
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Usage: report.py JSON
 
 Shows what the tests leave out of the sources that gcovr has written its JSON about: each line that

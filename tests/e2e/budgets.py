@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The figures that runs are held to, in budgets.txt, which is read and rewritten here."""
 
 from pathlib import Path

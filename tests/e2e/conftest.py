@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Fixtures of the end-to-end tests."""
 
 from typing import Iterator

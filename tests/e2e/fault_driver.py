@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs the program many times in a private host, with one system call failing in each run.
 
 This is a program of its own: test_faults.py puts it into a host and starts it there, since a host

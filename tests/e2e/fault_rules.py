@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What must hold of a run in which a system call failed."""
 
 import re

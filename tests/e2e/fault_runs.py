@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Whole runs of a program with one system call failing in each: the host, and how they are made."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The system calls of a run, and the faults that each of them can meet."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The golden cases: whole hosts, each a directory below golden/.
 
 A case is what a host holds and what the program makes of it. Adding a case is adding a directory:

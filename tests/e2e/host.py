@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A private host for one test.
 
 A host is a directory tree under /tmp that becomes the root of the program's own mount

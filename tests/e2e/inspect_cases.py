@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The golden cases of cradle-inspect-config: whole hosts, each a directory below inspect/.
 
 A case is what a host holds and what the program says about it. Adding a case is adding a directory:

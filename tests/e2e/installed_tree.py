@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the build installs, in a directory of the test's own."""
 
 import os

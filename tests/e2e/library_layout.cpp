@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What programs that use the configuration library have compiled in: the sizes of its classes and
 // the values of its enumerations. Compiling this file is the test; a change here is a new major
 // version.

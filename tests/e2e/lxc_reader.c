@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loads an LXC configuration with the real library and prints what it has read.
 //
 //     lxc-reader FILE KEY...

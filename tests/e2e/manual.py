@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The manual pages as they were built, and what they show when they are rendered.
 
 CMake builds them, and the program cradle-manual that fills them, in the directory man of the build

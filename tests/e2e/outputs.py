@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests of the LXC configuration and of the property file have in common."""
 
 from host import Host, Result

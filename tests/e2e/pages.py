@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The pages of the documentation, followed as a reader would.
 
 A page is followed from its top to its end in one directory. Its fenced blocks are

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Real shells that complete command lines.
 
 Bash and zsh run in a terminal of their own. They are told to insert all completions of what is

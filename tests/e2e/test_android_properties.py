@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Values from the Android property library: a stub of it, broken ones, and none at all."""
 
 from sysconfig import get_config_var

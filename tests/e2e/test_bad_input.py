@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Input of a size, a content or a kind that nobody expects: no crash, no hang, a clear status.
 
 Every run has a time limit.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What a run costs: its instructions and its system calls, against the figures of budgets.txt.
 
 Instructions are those of user space, the loader's included, as callgrind counts them. 5 % more

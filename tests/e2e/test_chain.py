@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The three runs in their order: what the first one found arrives in the other two."""
 
 import pytest

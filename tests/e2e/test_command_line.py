@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The command line: options, the output file, the usage text and every refusal."""
 
 import pytest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What bash, zsh and fish offer on the command line of the program, in the shells themselves."""
 
 import pwd

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs at the same time, over the same directories.
 
 Each run evaluates a template whose command waits until all others have come as far. So they really

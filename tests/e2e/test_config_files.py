@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Configuration files: their lines, the order in which they are layered, and bad files."""
 
 import pytest

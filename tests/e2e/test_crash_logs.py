@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The directory of crash logs, which the LXC run makes and binds into the container."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Values from dconf, read from real databases."""
 
 import re

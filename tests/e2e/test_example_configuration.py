@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The example configuration in conf/, as tools/demo runs it."""
 
 import shutil

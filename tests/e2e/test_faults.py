@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Whole runs of which one system call fails: each call of a run, with each error it can meet.
 
 The calls are those of the program itself; a hook that fails is a hook that fails. With

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The generated configuration: hooks, fragments, the facts of the run and the file itself."""
 
 import pytest

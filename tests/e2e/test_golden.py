@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The three outputs of whole hosts; golden_cases.py tells what a case is and how one is added."""
 
 import pytest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """How the released program is hardened, as its file shows."""
 
 import json

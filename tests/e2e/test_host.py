@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The private host itself: it shows the program nothing of the machine, and the machine nothing
 of its mounts."""
 

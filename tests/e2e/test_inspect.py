@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """cradle-inspect-config on whole hosts; inspect_cases.py tells what a case is."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What cradle-inspect-config may cost, in the release build."""
 
 import re

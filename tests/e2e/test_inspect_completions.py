@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What bash, zsh and fish offer on the command line of cradle-inspect-config."""
 
 from pathlib import Path

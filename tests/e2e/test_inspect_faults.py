@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs of cradle-inspect-config of which one system call fails.
 
 Of each call and error a few are tried; CRADLE_FAULTS means what it does in test_faults.py.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The JSON of cradle-inspect-config against the schema of the documentation."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The libraries that the program opens at run time, and the note in its file that names them."""
 
 import json

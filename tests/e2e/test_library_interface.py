@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the configuration library shows to other programs: its headers, and the symbols it exports.
 
 An exported symbol that goes away, or whose types change, breaks programs that are built already. A

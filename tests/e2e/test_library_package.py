@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The configuration library as other programs find it: installed, moved, and built against."""
 
 import os

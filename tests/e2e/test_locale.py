@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The guest's locale in the property file: the override, the configured file, the host's."""
 
 import pytest

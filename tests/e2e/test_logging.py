@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The log: its levels, its targets and the environment that chooses them."""
 
 import pytest

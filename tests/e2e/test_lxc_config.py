@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The LXC configuration beyond the golden cases: devices, storage, hooks and failures."""
 
 import pytest

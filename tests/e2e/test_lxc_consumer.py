@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The LXC configuration as its consumer, the real liblxc, reads it.
 
 The library refuses a file that holds a key or a value which it does not know, so that a file which

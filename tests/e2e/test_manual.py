@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The manual pages: they are well formed, their examples run, and what they list is what there is.
 
 Everything is looked for in both directions, in the pages as they are rendered: a page lists nothing

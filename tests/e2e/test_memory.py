@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs with little memory: what does not fit is told, where that is possible, or ends the run."""
 
 from host import Host, generated

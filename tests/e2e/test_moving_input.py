@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Input that comes in small pieces, or that changes while it is read."""
 
 import itertools

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Outputs that fill up, that block, that lead nowhere, and readers who go away."""
 
 import fcntl

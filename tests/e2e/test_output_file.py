@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The output file: its mode, what was there before, and the whole text of a rich run."""
 
 import signal

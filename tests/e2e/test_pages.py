@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The pages of the documentation: what they show is what comes of it, and what they name is there.
 
 After a change that is meant, the output that the pages show is renewed with

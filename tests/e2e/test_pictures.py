@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The pictures of the documentation: what is kept is what tools/pictures draws of the source."""
 
 import hashlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The property file as its consumer, the guest's init, reads it.
 
 Init skips empty lines and those that begin with "#", and splits every other one at its first "=".

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The property file beyond the golden cases: users, versions, networks, hooks and failures."""
 
 import pytest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """References from one value to another, resolved when the configuration is written."""
 
 import pytest

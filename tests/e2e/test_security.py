@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What docs/security.md says of the program: what it trusts and what it writes."""
 
 from host import Host, generated

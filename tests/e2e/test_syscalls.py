@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The system calls of a run, seen by strace: what reading costs, and what writing promises."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Templates in values: their syntax, and the formats that read the environment, environment
 files, real paths and commands."""
 

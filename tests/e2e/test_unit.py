@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The systemd unit: its commands, run as they stand, and what systemd's own tools say of it."""
 
 import os

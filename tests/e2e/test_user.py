@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The user of a run: looked up by id, or found on seat0 through the real login library."""
 
 import time

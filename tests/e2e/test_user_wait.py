@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The end of a wait for somebody to log in."""
 
 import time

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The version, which stands in CMakeLists.txt, in the change log and in that of the packages."""
 
 import re

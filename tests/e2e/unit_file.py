@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The systemd unit of an instance, as its file says what to run.
 
 Only what the unit uses is known: words without quotes, the specifiers %i and %t, and variables

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults that are tried alone, each in a build of its own: the unit tests of the source first, then
 the others that the linker says need it, then the end-to-end tests that reach other faults of the
 source, if it is known which do."""

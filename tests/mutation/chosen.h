@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a source with faults in it asks: whether a fault is chosen in this program.
 //
 // tools/mutate writes into the built program which ones are. Each question is noted in a page of

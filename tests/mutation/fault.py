@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A fault: one small change of a source file."""
 
 from dataclasses import dataclass

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """All faults of the sources."""
 
 from pathlib import Path

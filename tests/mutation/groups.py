@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults that are held against the slow tests several at a time.
 
 Those that get here are mostly faults that no test finds, so that a group of them mostly survives as

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The trials of those faults of which nothing is known yet, by several workers."""
 
 import sys

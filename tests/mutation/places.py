@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Where a fault can stand beside the right code, so that the program can choose one of the two."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The programs that hold all faults which can stand side by side: the unit tests and those of the
 sources.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Which unit tests can notice what becomes of an object, as far as the linker knows."""
 
 import subprocess

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Which tests reach which faults, as a run of all tests without a fault has noted.
 
 That run is also the proof that the tests pass where nothing is wrong: one that fails anyway would

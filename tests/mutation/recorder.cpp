@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets the program note in a file which faults it has reached, if the file is there.
 #include <fcntl.h>
 #include <sys/mman.h>

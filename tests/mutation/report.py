@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What a run has found out, in words."""
 
 from collections import Counter

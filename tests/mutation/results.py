@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What earlier runs found out, kept in build/mutate, so that a run goes on where another ended.
 
 That a test has found a fault, or that it does not compile, holds for as long as the faulty file stays

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Usage: run.py [--jobs N] [--sample N] [--unit] [--fresh] [FILE...]
 
 Makes small faults in the sources, one at a time, and lists those that no test finds. Called by

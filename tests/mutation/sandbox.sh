@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Usage: sandbox.sh SECONDS WRITABLE COMMAND...
 # Runs the tests of a faulty program where they can do no harm: in a mount and process namespace of
 # their own (made by the caller), in which nothing but an empty /tmp in memory and the directory

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A plugin of pytest. Of the tests that it has collected it keeps those that are listed in the file
 CRADLE_WANTED, in their order, and says in the end which have failed. With CRADLE_REACHED, the file in
 which the program notes the faults that it reaches, it lists in the file CRADLE_REACH_LIST for each test

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A C++ source file as tokens, with as much of its structure as making faults in it needs.
 
 This is no parser: it knows brackets, which braces hold statements, and how this project lays out

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The survivors that are explained: faults that change nothing which anybody could see.
 
 survivors.toml holds one entry each, known by its file, the text of its line and what the fault

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The faults that are made in a line of code."""
 
 from pathlib import Path

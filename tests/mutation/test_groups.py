@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults that are held against the slow tests several at a time."""
 
 from fault import Fault

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets the unit tests say which faults each of them has reached: a line with the name of the test,
 // the processor time that it has taken in microseconds, and their numbers. Those that were reached
 // before the first test have the name "*".

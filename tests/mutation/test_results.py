@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What a run has found out and a later one need not find out again."""
 
 from pathlib import Path

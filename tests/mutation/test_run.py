@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Whole runs over one small source, with the unit tests alone."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults side by side: the code that holds them, and how one is chosen in a built program."""
 
 import subprocess

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Building: what the compiler does not like, and what keeps a run from going on."""
 
 from pathlib import Path

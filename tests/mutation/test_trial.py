@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Trials: what counts as found, and which tests are asked."""
 
 import tempfile

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The faults of a source side by side in one build, in which a number chooses one.
 
 A faulty expression stands beside the right one, as `(cradleChosen(7) ? (faulty) : (right))`, and a

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Builds the test programs and the program with a fault in them, from what the clang preset built.
 
 Only the objects that see the faulty file are compiled, without optimisation; the compiler sees the

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Trials: tests are run where they can do no harm, and the first one that fails decides."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """One of the workers of a run, with programs of its own."""
 
 from pathlib import Path

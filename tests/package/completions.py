@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The installed completions: what bash, zsh and fish offer for the beginning of an option."""
 
 import sys

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "android_property.h"
 
 #include <gtest/gtest.h>

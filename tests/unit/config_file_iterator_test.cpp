@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "config_file_iterator.h"
 
 #include <string>

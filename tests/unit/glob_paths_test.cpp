@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "glob_paths.h"
 
 #include <algorithm>

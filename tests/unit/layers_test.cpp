@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // That no source includes what belongs to a layer above its own. That a layer does not call what is
 // above it, the linker checks (cmake/layers.cmake); a header alone would escape it.
 

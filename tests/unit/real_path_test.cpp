@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "real_path.h"
 
 #include <filesystem>

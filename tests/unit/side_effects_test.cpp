@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "side_effects.h"
 
 #include <cerrno>

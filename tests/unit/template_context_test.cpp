@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "template_context.h"
 
 #include <gtest/gtest.h>

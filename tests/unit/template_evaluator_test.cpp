@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "template_evaluator.h"
 
 #include <algorithm>

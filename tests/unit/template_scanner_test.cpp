@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "template_scanner.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "variant_text.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * A stand-in for libandroid-properties.so.1: a few fixed properties behind property_get, among them
  * some that the real library would not have but whose callers must survive.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * A stand-in for libdconf.so.1 and the GLib below it: every key is the string "from the stub". What
  * the variable DCONF_STUB names is missing: the "client", the "type" of the value or its "text".

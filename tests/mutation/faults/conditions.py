@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults in conditions: decided for good, or negated where that would only end a loop early."""
 
 import re

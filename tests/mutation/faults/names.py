@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults in names: another one of the same kind is taken."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults in operators: comparisons, logic, arithmetic and bits."""
 
 from typing import Iterator

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults in the order of things: statements that are missing or change places, arguments and rows
 that do, results that are others."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Faults in literals: numbers, characters, texts and truth values, and in what a message holds."""
 
 import re

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/character_set.h"
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/environment.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/file_descriptor.h"
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/name_table.h"
 
 #include <cstdint>

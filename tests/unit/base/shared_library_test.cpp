@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/shared_library.h"
 
 #include <gtest/gtest.h>

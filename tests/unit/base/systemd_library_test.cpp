@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/systemd_library.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/table.h"
 
 #include <array>

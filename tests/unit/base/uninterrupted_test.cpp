@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/uninterrupted.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/config_reader.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The default configuration that is shipped, held against the tables of the outputs.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/generated_config.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/invalid_value.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/key_descriptions.h"
 
 #include <set>

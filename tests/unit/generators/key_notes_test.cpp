@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The notes on what code does with keys, held against what it does: the parser tells which keys it
 // is asked for.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "generators/opengl_version.h"
 
 #include <string>

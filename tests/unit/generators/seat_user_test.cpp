@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What can be seen of the seat without a login manager of the test's own.
 #include "generators/seat_user.h"
 

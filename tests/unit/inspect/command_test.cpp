@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/command.h"
 
 #include <set>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/finding_text.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/findings.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/generated_files.h"
 
 #include <vector>

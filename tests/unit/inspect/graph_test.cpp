@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/graph.h"
 
 #include <string>

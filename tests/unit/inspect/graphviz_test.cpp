@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/graphviz.h"
 
 #include <optional>

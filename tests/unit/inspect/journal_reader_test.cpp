@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/journal_reader.h"
 
 #include <filesystem>

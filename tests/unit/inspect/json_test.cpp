@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/json.h"
 
 #include <string>

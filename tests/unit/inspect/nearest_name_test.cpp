@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/nearest_name.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/options.h"
 
 #include <string>

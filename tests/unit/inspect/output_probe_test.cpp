@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/output_probe.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/reference_walk.h"
 
 #include <string>

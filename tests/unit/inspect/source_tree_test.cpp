@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/source_tree.h"
 
 #include <filesystem>

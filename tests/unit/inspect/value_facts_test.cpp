@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspect/value_facts.h"
 
 #include <string>

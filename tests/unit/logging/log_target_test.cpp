@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "logging/log_target.h"
 
 #include <array>

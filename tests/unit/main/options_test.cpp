@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "main/options.h"
 
 #include <set>

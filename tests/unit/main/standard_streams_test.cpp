@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "main/standard_streams.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Actions that change the state of their process, taken in a process of their own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A locale of a test's own in which numbers have a decimal comma. The process uses it while it
 // lives.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Configurations written in the tests themselves.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A failed assertion ends its process by a signal; that it failed counts all the same.
 
 #include "support/coverage.h"

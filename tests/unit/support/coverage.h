@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps what the coverage build has counted in processes that run no exit handlers.
 #pragma once
 

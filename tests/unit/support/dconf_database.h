@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A dconf database of a test's own, which stands for the one of the user who runs the test.
 #pragma once
 

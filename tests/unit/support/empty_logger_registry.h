@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gives a test a registry without loggers; the process's own come back when the test ends.
 #pragma once
 

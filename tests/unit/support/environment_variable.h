@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sets, or with a null value unsets, an environment variable while it lives.
 #pragma once
 

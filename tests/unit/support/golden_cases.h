@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The golden cases of the end-to-end tests, as the tests of the output tables look at them: the
 // configuration of each case and what it expects of an output.
 //

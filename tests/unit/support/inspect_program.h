@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inspecting program, run in the process of the test.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the inspecting program looks at, with configuration files that are written in the test
 // itself.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A journal of configuration files that are written in the test itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library in the place of the systemd client library: it shows on standard error, with its
 // arguments between angle brackets, what the journal would get.
 

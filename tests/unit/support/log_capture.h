@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Catches what the library logger writes while it lives, as lines of text.
 #pragma once
 

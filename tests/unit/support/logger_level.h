@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The level of a logger, which tells only what it is enabled for.
 #pragma once
 

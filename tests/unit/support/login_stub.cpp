@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library in the place of the systemd client library: a seat on which nobody is until some time
 // after somebody has begun to watch it; user 1000 then, or still nobody where NOBODY_LOGS_IN is
 // set. Every look at the seat is shown on standard error.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A second path to a directory, without capital letters.
 //
 // Log targets are opened in lower case, but the names of temporary directories are mixed.

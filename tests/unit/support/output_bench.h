@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything that the rows of an output draw on, with a configuration written in the test itself.
 #pragma once
 

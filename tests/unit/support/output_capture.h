@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for a file that is written, while it lives, and catches what it is given.
 #pragma once
 

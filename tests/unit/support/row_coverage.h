@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the golden cases show of the rows of an output table.
 //
 // A row is covered when some case sets the value that it is made of and has its line, some case

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every row of an output table must look like.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A directory of a test's own, removed with all that is in it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Users of the machine that the tests run on.
 #pragma once
 

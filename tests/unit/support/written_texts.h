@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows of tests on formats: what each makes of a value. The rows of a file are one constexpr table.
 #pragma once
 
