@@ -24,7 +24,6 @@ struct Place {
   std::uint32_t file = 0;  // its position in Journal::files
   std::uint32_t line = 0;
 
-  bool operator==(const Place&) const = default;
   bool operator<(const Place& other) const {
     return std::tie(file, line) < std::tie(other.file, other.line);
   }

@@ -63,7 +63,7 @@ std::string whyNoFile(const std::string& path) {
 }
 
 std::string whyUnreadable(const std::string& path) {
-  const std::string reason = whyNoFile(path);
+  std::string reason = whyNoFile(path);
   if (!reason.empty()) {
     return reason;
   }

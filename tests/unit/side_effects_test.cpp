@@ -65,7 +65,9 @@ TEST_F(SideEffects, IncludeDirectories) {
 
 TEST_F(SideEffects, EndAsTheyWouldForDirectories) {
   const TemporaryDirectory directory;
+  constexpr std::uint32_t kDaemon = 1;
   EXPECT_TRUE(Generators::makeUserDirectory(directory.path(), 0750, Testing::thisUser().uid));
+  EXPECT_TRUE(Generators::makeUserDirectory(directory.path(), 0750, kDaemon));
   EXPECT_FALSE(Generators::makeUserDirectory(directory.path(), 0750, Testing::unusedUserId()));
   errno = 0;
   EXPECT_FALSE(Generators::makeUserDirectory(directory.path("no/d"), 0750, 0));

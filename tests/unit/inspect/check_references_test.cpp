@@ -48,6 +48,13 @@ TEST(CheckReferences, FindsTextThatDoesNotSurviveAGeneratedConfiguration) {
             "configuration is read back: '$' begins a template.\n");
 }
 
+TEST(CheckReferences, SaysOfTextInACircleOnlyThatItIsEmpty) {
+  const InspectionBench bench({{"1.conf", "[A]\nK=$$x${config:A/K}\n"}});
+  EXPECT_EQ(bench.found(checkReferences),
+            "1.conf:2 reference-circle A/K is empty, because its references go round in a circle: "
+            "A/K -> A/K.\n");
+}
+
 TEST(CheckReferences, DoesNotGuessWhatIsNotKnown) {
   InspectionBench bench({{"1.conf", "[A]\nK=${system:echo}$$\nL=${USER}\n"}});
   EXPECT_EQ(bench.found(checkReferences), "");

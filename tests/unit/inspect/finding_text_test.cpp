@@ -36,5 +36,17 @@ TEST(FindingText, TellsOfARefusalOnlyWhatEndsRuns) {
   EXPECT_EQ(refusalText(InspectionBench({{"1.conf", ""}}).inspection), "");
 }
 
+TEST(FindingText, TellsWhatARunWouldWaitFor) {
+  InspectionBench bench({{"1.conf", ""}, {"static/a.lxc", ""}});
+  const std::string pipe = bench.directory.makePipe("static/b.lxc");
+  bench.directory.write("1.conf", "[A]\nK=${envfile:" + pipe + ":NAME}\n");
+  bench.lookAgain();
+  EXPECT_EQ(bench.inner(waitText(bench.inspection)),
+            "1.conf:2: error: '${envfile:static/b.lxc:NAME}' cannot be read: it is a named pipe, "
+            "where a run waits for a writer. The value is not known. [no-template-file]\n"
+            "static/b.lxc: error: This fragment cannot be read: it is a named pipe, where a run "
+            "waits for a writer. It is left out. [unreadable-fragment]\n");
+}
+
 }  // namespace
 }  // namespace Cradle::Inspect

@@ -28,7 +28,7 @@ TEST(Journal, KeepsTheValuesBehindTheLastClearing) {
   ASSERT_EQ(kept.size(), 2U);
   EXPECT_EQ(kept[0].part->raw, "b");
   EXPECT_EQ(kept[1].part->raw, "c");
-  EXPECT_EQ(kept[1].assignment->place, (Place{0, 3}));
+  EXPECT_EQ(kept[1].assignment->place.line, 3U);
 }
 
 TEST(Journal, KnowsWhichTextsAreNotFinal) {

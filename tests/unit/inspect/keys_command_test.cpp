@@ -33,6 +33,8 @@ TEST(KeysCommand, KnowsNoOthers) {
   const Answer answer = program.run({"keys", "Nope"});
   EXPECT_EQ(answer.status, kFindings);
   EXPECT_EQ(answer.errors, "Nope: no such key or group is known\n");
+  EXPECT_EQ(program.run({"keys", "Display/Densty"}).errors,
+            "Display/Densty: no such key or group is known (did you mean Density?)\n");
   EXPECT_EQ(program.run({"keys", "Nope", "--format=json"}).text, "{\n  \"keys\": []\n}\n");
 }
 

@@ -64,5 +64,11 @@ TEST(Substitution, StartsCommandsOnlyWhenItMay) {
   EXPECT_EQ(made("system:false", true, text, value).outcome, Outcome::NoValue);
 }
 
+TEST(Substitution, NamesTheFileOfAnEnvironmentFileAlone) {
+  EXPECT_EQ(fileOf("envfile:/a:B"), "/a");
+  EXPECT_EQ(fileOf("envfile:/a"), "");
+  EXPECT_EQ(fileOf("system:/a:B"), "");
+}
+
 }  // namespace
 }  // namespace Cradle::Inspect

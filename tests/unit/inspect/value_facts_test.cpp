@@ -30,8 +30,9 @@ TEST(ValueFacts, CountWhatIsNeeded) {
 TEST(ValueFacts, FindWhatLeadsIntoACircle) {
   const InspectionBench bench(
       {{"1.conf",
-        "[A]\nK=${config:A/L}\nL=${config:A/M}\nM=${config:A/L}\nN=<${config:A/N}>;x\n"}});
-  for (const char* const key : {"K", "L", "M"}) {
+        "[A]\nK=${config:A/L}\nL=${config:A/M}\nM=${config:A/L}\nN=<${config:A/N}>;x\n"
+        "O=${config:A/L}${config:A/M}\n"}});
+  for (const char* const key : {"K", "L", "M", "O"}) {
     EXPECT_TRUE(factsOf(bench, key).circular) << key;
     EXPECT_FALSE(factsOf(bench, key).resolves());
   }
