@@ -16,8 +16,7 @@ std::string placeOf(const Finding& finding) {
   return finding.path.empty() ? "" : finding.path + ":" + line + " ";
 }
 
-template <typename Predicate>
-std::string textOf(Findings& findings, const Predicate& counts) {
+std::string textOf(Findings& findings, bool (*counts)(const Finding&)) {
   Page page(false);
   for (const Finding& finding : findings.take()) {
     if (counts(finding)) {
@@ -25,6 +24,16 @@ std::string textOf(Findings& findings, const Predicate& counts) {
     }
   }
   return page.text();
+}
+
+bool isError(const Finding& finding) {
+  return finding.kind->severity == Severity::Error;
+}
+
+bool keepsRunsWaiting(const Finding& finding) {
+  const FindingId id = finding.kind->id;
+  return id == FindingId::NoTemplateFile ||
+         (id == FindingId::UnreadableFragment && !whyNoFile(finding.path).empty());
 }
 
 }  // namespace
@@ -40,19 +49,14 @@ void putFinding(Page& page, const Finding& finding) {
 std::string refusalText(const Inspection& inspection) {
   Findings findings(inspection.journal);
   checkFiles(inspection, findings);
-  return textOf(findings,
-                [](const Finding& finding) { return finding.kind->severity == Severity::Error; });
+  return textOf(findings, isError);
 }
 
 std::string waitText(const Inspection& inspection) {
   Findings findings(inspection.journal);
   checkTemplates(inspection, findings);
   checkSources(inspection, findings);
-  return textOf(findings, [](const Finding& finding) {
-    const FindingId id = finding.kind->id;
-    return id == FindingId::NoTemplateFile ||
-           (id == FindingId::UnreadableFragment && !whyNoFile(finding.path).empty());
-  });
+  return textOf(findings, keepsRunsWaiting);
 }
 
 }  // namespace Cradle::Inspect
