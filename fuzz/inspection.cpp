@@ -73,7 +73,7 @@ class Check {
   Answer answer(Strings words) {
     words.insert(words.begin(), {"program", "--instance=" + settings_.instance});
     if (settings_.userId != Generators::kUnknownUser) {
-      words.push_back("--user-id=" + std::to_string(settings_.userId));
+      words.push_back("--user-id=" + std::to_string(static_cast<std::int32_t>(settings_.userId)));
     }
     for (const std::string& directory : settings_.directories) {
       words.push_back("--config=" + directory);
