@@ -27,6 +27,10 @@ bool isRefusedLine(std::string_view group) {
   return group.find('[') != group.npos;
 }
 
+std::string titleOf(std::string_view group) {
+  return isRefusedLine(group) ? std::string(group) : "[" + std::string(group) + "]";
+}
+
 std::string nameOfKey(std::string_view group, std::string_view key) {
   return std::string(group).append("/").append(key);
 }

@@ -99,6 +99,9 @@ struct Journal {
 // Whether the name of a group is a line that could not be read as one; a bad file is read on.
 bool isRefusedLine(std::string_view group);
 
+// "[Group]", or the refused line as it stands.
+std::string titleOf(std::string_view group);
+
 // "Group/Key".
 std::string nameOfKey(std::string_view group, std::string_view key);
 

@@ -7,6 +7,7 @@
 #include "assigned_parts.h"
 #include "config_file_iterator.h"
 #include "config_files.h"
+#include "inspect/printable.h"
 #include "inspect/readability.h"
 #include "inspect/substitution.h"
 #include "template_scan.h"
@@ -63,14 +64,17 @@ class JournalReader {
  private:
   void take(const ConfigFileIterator& entry) {
     place_.line = entry.lineNumber();
-    Assignment& assignment = historyOf(entry.group(), entry.key()).emplace_back();
+    // Unlike other names, a refused line may hold anything; it is asked for as it is shown.
+    const std::string shown = isRefusedLine(entry.group()) ? printable(entry.group()) : "";
+    const std::string_view group = shown.empty() ? entry.group() : shown;
+    Assignment& assignment = historyOf(group, entry.key()).emplace_back();
     assignment.place = place_;
     assignment.raw = entry.value();
-    const auto clear = [&] { parser_.removeKey(entry.group(), entry.key()); };
+    const auto clear = [&] { parser_.removeKey(group, entry.key()); };
     Parser::forEachAssignedPart(entry.value(), clear, [&](std::string_view raw) {
       const Part& part = assignment.parts.emplace_back(expand(raw));
       if (part.fate == Fate::Kept) {
-        parser_.addValue(entry.group(), entry.key(), part.value);
+        parser_.addValue(group, entry.key(), part.value);
       }
     });
   }

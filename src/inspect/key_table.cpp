@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "generators/value_kind.h"
+#include "inspect/journal.h"
 
 namespace Cradle::Inspect {
 
@@ -54,8 +55,10 @@ bool takesOne(std::string_view group, std::string_view key) {
   return known != nullptr && takesOne(*known);
 }
 
-KeyPattern::KeyPattern(std::string_view text)
-    : group(text.substr(0, text.find('/'))),
-      key(group.size() == text.size() ? "" : text.substr(group.size() + 1)) {}
+KeyPattern::KeyPattern(std::string_view text) : whole(text) {
+  const std::size_t slash = isRefusedLine(text) ? text.rfind('/') : text.find('/');
+  group = text.substr(0, slash);
+  key = slash == text.npos ? "" : text.substr(slash + 1);
+}
 
 }  // namespace Cradle::Inspect

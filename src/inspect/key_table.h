@@ -27,15 +27,16 @@ bool takesOne(const Generators::KeyReference& key);
 // The same for a key of that name; all values of an unknown key count.
 bool takesOne(std::string_view group, std::string_view key);
 
-// A key as the command line writes it, "GROUP/KEY" or "GROUP" alone.
+// A key as the command line writes it, "GROUP/KEY" or "GROUP" alone. Where the group is a refused
+// line, which may hold slashes, the key is what comes after the last one, or nothing.
 struct KeyPattern {
   explicit KeyPattern(std::string_view text);
 
-  bool matchesGroup(std::string_view name) const { return name == group; }
   bool matches(std::string_view groupName, std::string_view keyName) const {
-    return groupName == group && (key.empty() || key == keyName);
+    return groupName == whole || (groupName == group && (key.empty() || key == keyName));
   }
 
+  std::string whole;
   std::string group;
   std::string key;  // empty for all of the group
 };

@@ -42,7 +42,7 @@ std::vector<ShownKey> keysToShow(const Journal& journal, const KeyPattern* patte
 
 std::string absenceText(const KeyPattern& pattern) {
   if (pattern.key.empty()) {
-    return "[" + printable(pattern.group) + "] has no value" + questionForGroup(pattern.group) +
+    return printable(titleOf(pattern.group)) + " has no value" + questionForGroup(pattern.group) +
            "\n";
   }
   const bool isKnown = findKey(pattern.group, pattern.key) != nullptr;
@@ -54,7 +54,7 @@ std::string headingOf(std::string_view group) {
   if (group.empty()) {
     return "# before the first group";
   }
-  return isRefusedLine(group) ? "# behind " + std::string(group) : "[" + std::string(group) + "]";
+  return (isRefusedLine(group) ? "# behind " : "") + titleOf(group);
 }
 
 class Show {

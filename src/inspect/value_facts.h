@@ -13,8 +13,8 @@ namespace Cradle::Inspect {
 class ValueFacts {
  public:
   struct Facts {
-    std::size_t values =
-        1;  // that are needed for it, itself included; one more than allowed at most
+    // That are needed for it, itself included; one more than allowed at most.
+    std::size_t values = 1;
     bool circular = false;  // it leads into a circle
     bool known = true;      // no text that is needed awaits a command or the user
     bool special = false;   // it may hold what has a meaning in a configuration file

@@ -30,6 +30,15 @@ TEST(KeyPattern, NamesAKeyOrAGroup) {
   EXPECT_TRUE(group.matches("A", "B"));
   EXPECT_TRUE(group.matches("A", "C"));
   EXPECT_FALSE(group.matches("B", "B"));
+  EXPECT_TRUE(KeyPattern("A/").matches("A", "B"));
+}
+
+TEST(KeyPattern, NamesAKeyBehindARefusedLine) {
+  const KeyPattern key("[A/B]/C");
+  EXPECT_TRUE(key.matches("[A/B]", "C"));
+  EXPECT_FALSE(key.matches("[A", "B]/C"));
+  EXPECT_TRUE(KeyPattern("[A/B]").matches("[A/B]", "C"));
+  EXPECT_TRUE(KeyPattern("A/B/C").matches("A", "B/C"));
 }
 
 }  // namespace

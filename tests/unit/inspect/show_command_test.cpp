@@ -40,6 +40,7 @@ TEST(ShowCommand, ShowsOneGroupOrKey) {
   EXPECT_EQ(program.run({"show", "Display/Densty"}).errors,
             "Display/Densty is not set (did you mean Density?)\n");
   EXPECT_EQ(program.run({"show", "Display/Density"}).errors, "Display/Density is not set\n");
+  EXPECT_EQ(program.run({"show", "[bad"}).errors, "[bad has no value\n");
 }
 
 TEST(ShowCommand, ShowsWhatCanBeReadOfABadTree) {
@@ -56,6 +57,17 @@ TEST(ShowCommand, NamesWhatIsInNoGroup) {
   program.directory.write("1.conf", "K=1\n[A\nL=2\n");
   EXPECT_EQ(program.text({"show", "--color=never"}),
             "# before the first group\n1.conf:1  K=1\n\n# behind [A\n1.conf:3  L=2\n");
+}
+
+TEST(ShowCommand, NamesARefusedLineAsItIsAskedFor) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[\x96\x1b]\nK=1\n");
+  const std::string name = R"([\x96\x1b])";
+  EXPECT_EQ(program.text({"show", "--color=never"}), "# behind " + name + "\n1.conf:2  K=1\n");
+  const Json groups = Json::parse(program.run({"show", "--format=json"}).text)["groups"];
+  EXPECT_TRUE(groups.contains(name)) << groups;
+  EXPECT_EQ(program.text({"show", name + "/K", "--color=never"}),
+            "# behind " + name + "\n1.conf:2  K=1\n");
 }
 
 TEST(ShowCommand, TellsProgramsWhatEndedAValue) {
