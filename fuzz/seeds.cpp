@@ -232,6 +232,7 @@ void addGoldenCases(Starts& starts) {
       files["arguments"] += word + "\n";
     }
     starts["whole_program"].inputs.insert(inputOf(files));
+    starts["inspection"].inputs.insert(inputOf(files));
   }
   addTree(starts, treeOf(CONFIGURATION_DIRECTORY));
 }
@@ -265,7 +266,8 @@ void write(const fs::path& directory, const std::string& target, const Start& st
 
 Starts allStarts() {
   Starts starts;
-  for (const char* const target : {"config_file", "layered_loading", "whole_program"}) {
+  for (const char* const target :
+       {"config_file", "inspection", "layered_loading", "whole_program"}) {
     starts[target].words = configurationWords();
   }
   starts["layered_loading"].words.merge(
