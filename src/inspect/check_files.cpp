@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "inspect/findings.h"
+#include "inspect/readability.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -14,6 +15,15 @@ constexpr std::string_view kReasonEnd = " in ";
 bool isDirectory(const std::string& path) {
   struct stat status {};
   return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+void checkDirectory(const std::string& directory, Findings& findings) {
+  const std::string fault = whyNotListed(directory);
+  if (!fault.empty()) {
+    findings.add(FindingId::UnreadableDirectory, directory, 0, {fault});
+  } else if (!isDirectory(directory)) {
+    findings.add(FindingId::MissingDirectory, directory, 0, {});
+  }
 }
 
 void checkFile(const ReadFile& file, Findings& findings) {
@@ -30,9 +40,7 @@ void checkFile(const ReadFile& file, Findings& findings) {
 
 void checkFiles(const Inspection& inspection, Findings& findings) {
   for (const std::string& directory : inspection.directories()) {
-    if (!isDirectory(directory)) {
-      findings.add(FindingId::MissingDirectory, directory, 0, {});
-    }
+    checkDirectory(directory, findings);
   }
   for (const ReadFile& file : inspection.journal.files) {
     checkFile(file, findings);

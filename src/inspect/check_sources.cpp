@@ -13,6 +13,7 @@
 #include "inspect/findings.h"
 #include "inspect/generated_files.h"
 #include "inspect/question.h"
+#include "inspect/readability.h"
 #include "inspect/source_tree.h"
 #include "real_path.h"
 
@@ -102,10 +103,19 @@ class SourceCheck {
       return;
     }
     checkAccess(path, 0);
-    for (const std::string_view below : sourceDirectories()) {
-      checkAccess(path + "/" + std::string(below), 0);
+    for (const std::string_view name : sourceDirectories()) {
+      const std::string below = path + "/" + std::string(name);
+      checkAccess(below, 0);
+      checkListing(below);
     }
     checkParents(path);
+  }
+
+  void checkListing(const std::string& directory) {
+    const std::string fault = whyNotListed(directory);
+    if (!fault.empty()) {
+      findings_.add(FindingId::UnreadableDirectory, directory, 0, {fault});
+    }
   }
 
   void checkParents(const std::string& path) {

@@ -37,6 +37,7 @@ enum class FindingId : std::uint8_t {
   HookNotRunnable,
   UnreadableFragment,
   MissingDirectory,
+  UnreadableDirectory,
   UnknownGroup,
   UnknownKey,
   UnfitValue,

@@ -57,7 +57,7 @@ std::string whyNoFile(const std::string& path) {
     return "";
   }
   if (S_ISFIFO(status.st_mode)) {
-    return "it is a named pipe, where a run waits for a writer";
+    return "it is a named pipe";
   }
   return S_ISCHR(status.st_mode) && status.st_rdev != nullDevice ? "it is a device" : "";
 }
@@ -72,6 +72,16 @@ std::string whyUnreadable(const std::string& path) {
   const bool readable =
       file.isOpen() && uninterrupted([&] { return read(file.number(), &byte, 1); }) >= 0;
   return readable ? "" : std::strerror(errno);
+}
+
+std::string whyNotListed(const std::string& directory) {
+  struct stat status {};
+  if (stat(directory.c_str(), &status) != 0) {
+    return errno == EACCES ? std::strerror(errno) : "";
+  }
+  const bool isListed = !S_ISDIR(status.st_mode) ||
+                        faccessat(AT_FDCWD, directory.c_str(), R_OK | X_OK, AT_EACCESS) == 0;
+  return isListed ? "" : std::strerror(errno);
 }
 
 std::string whyNotRunnable(const std::string& path) {

@@ -13,6 +13,9 @@ std::string whyNoFile(const std::string& path);
 // Why the caller cannot read it.
 std::string whyUnreadable(const std::string& path);
 
+// Why the files in a directory cannot be found or opened; empty for what is no directory.
+std::string whyNotListed(const std::string& directory);
+
 // Why the shell cannot start it.
 std::string whyNotRunnable(const std::string& path);
 

@@ -18,8 +18,8 @@ def test_the_session_is_the_golden_one(host: Host, case: InspectCase) -> None:
     assert case.run(host) == case.session()
 
 
-# Only root can give a file away: test_other_owners_and_their_groups_are_doubtful shows it.
-IN_NO_SESSION = {"foreign-owner"}
+# Only root can give a file away, and root may read every directory: tests below show these.
+IN_NO_SESSION = {"foreign-owner", "unreadable-directory"}
 
 
 def test_every_kind_of_finding_is_in_some_session(host: Host) -> None:
@@ -117,6 +117,31 @@ def test_other_owners_and_their_groups_are_doubtful(host: Host) -> None:
     assert result.stdout.endswith("0 errors, 1 warning, 0 notes\n")
     os.chown(host.path("/c"), 4242, 0)
     assert "It belongs to 4242," in host.run(*check, program=inspector()).stdout
+
+
+def test_a_directory_that_cannot_be_read_is_told(host: Host) -> None:
+    host.conf("[Config]\nAppIdManglingType=None\n")
+    host.script("/c/mount-hooks/a.sh", "")
+    host.path("/c/mount-hooks").chmod(0o711)
+    check = ("--user-id", "1000", "-c", "/c", "check")
+    assert host.run(*check, program=inspector()).stdout == "0 errors, 0 warnings, 0 notes\n"
+    if os.geteuid() == 0:  # only root can become somebody else
+        itself = ("--reuid=1000", "--clear-groups", inspector(), *check)
+        result = host.run(*itself, program="/usr/bin/setpriv")
+        assert result.stdout.splitlines()[0] == (
+            "/c/mount-hooks: warning: This directory cannot be read: Permission denied."
+            " Not all that is in it is seen. [unreadable-directory]"
+        )
+
+
+def test_a_directory_would_be_made_for_users_who_are_there(host: Host) -> None:
+    host.conf("[Config]\nAppIdManglingType=None\n[Features]\nCrashLoggerEnabled=true\n")
+    host.directory("/tmp/cradle")
+    host.file("/out", "")
+    for base_uid, is_made in (("0", True), ("1", False), ("1000", True)):
+        words = ("-u1000", "-c/c", "-tlxc", f"-b{base_uid}", "diff", "/out")
+        result = host.run(*words, program=inspector())
+        assert ("/tmp/cradle/crashlogs" in result.stdout) == is_made, result
 
 
 def test_the_reference_of_keys_has_every_group(host: Host) -> None:

@@ -40,7 +40,7 @@ def command_in(words: list[str]) -> str:
 def documents(case: InspectCase, host: Host) -> dict[str, str]:
     """What each command of the case's session prints as JSON, and all there is to show."""
     printed = {}
-    for line in {*case.commands(), "check", "show --all", "graph --all"}:
+    for line in {*case.commands(), "check", "show --all", "graph --all"} - {"--help"}:
         words = shlex.split(line)
         if command_in(words) != "explain" or "/" in words[-1]:
             fixed = ("--user-id", "1000", *words, "--format", "json")

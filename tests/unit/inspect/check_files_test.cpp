@@ -2,6 +2,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "inspect/findings.h"
 #include "support/inspection_bench.h"
@@ -25,7 +26,7 @@ TEST(CheckFiles, FindsEveryBadLine) {
 TEST(CheckFiles, FindsWhatCannotBeRead) {
   const InspectionBench bench({{"1.conf/file", ""}});
   EXPECT_EQ(bench.found(checkFiles),
-            "1.conf/:0 unreadable-file It cannot be read: Is a directory. Every run ends here.\n");
+            "1.conf/:0 unreadable-file It cannot be read: Is a directory. No run gets past it.\n");
 }
 
 TEST(CheckFiles, WaitsForNoWriter) {
@@ -33,8 +34,8 @@ TEST(CheckFiles, WaitsForNoWriter) {
   bench.directory.makePipe("2.conf");
   bench.lookAgain();
   EXPECT_EQ(bench.found(checkFiles),
-            "2.conf:0 unreadable-file It cannot be read: it is a named pipe, where a run waits for "
-            "a writer. Every run ends here.\n");
+            "2.conf:0 unreadable-file It cannot be read: it is a named pipe. No run gets past "
+            "it.\n");
 }
 
 TEST(CheckFiles, FindsThatThereIsNothing) {
@@ -47,6 +48,22 @@ TEST(CheckFiles, FindsThatThereIsNothing) {
             "over it.\n"
             "a:0 missing-directory This directory is not there, or not a directory. Runs pass over "
             "it.\n");
+}
+
+TEST(CheckFiles, FindsADirectoryThatTheUserCannotRead) {
+  InspectionBench bench({{"a/1.conf", ""}});
+  const std::string closed = bench.directory.path("a");
+  bench.settings.directories = {closed};
+  bench.lookAgain();
+  EXPECT_EQ(chmod(bench.directory.path().c_str(), 0755), 0);
+  EXPECT_EQ(chmod(closed.c_str(), 0), 0);
+  {
+    const Testing::OrdinaryUser user;
+    EXPECT_EQ(bench.found(checkFiles),
+              "a:0 unreadable-directory This directory cannot be read: Permission denied. Not all "
+              "that is in it is seen.\n");
+  }
+  EXPECT_EQ(chmod(closed.c_str(), 0755), 0);
 }
 
 TEST(CheckFiles, SaysThatTheUserIsNotKnown) {

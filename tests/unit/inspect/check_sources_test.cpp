@@ -14,6 +14,7 @@ namespace Cradle::Inspect {
 namespace {
 
 using Testing::InspectionBench;
+using Testing::OrdinaryUser;
 
 // What is found below the directory: who may write to /tmp is up to the machine.
 std::string foundInside(const InspectionBench& bench) {
@@ -38,14 +39,13 @@ TEST(CheckSources, FindsNothingAboutWhatWorks) {
 TEST(CheckSources, FindsHooksThatDoNotRun) {
   const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/a b.sh", ""}, {"static/a.ro/x", ""}});
   setMode(bench, "mount-hooks/a b.sh", 0644);
-  EXPECT_EQ(
-      foundInside(bench),
-      "mount-hooks/a b.sh:0 hook-not-runnable The shell cannot run this hook: Permission "
-      "denied. What it should print is missing.\n"
-      "static/a.ro/:0 unreadable-fragment This fragment cannot be read: Is a directory. It is "
-      "left out.\n"
-      "mount-hooks/a b.sh:0 hook-name The shell takes its path apart: ' ' is special to "
-      "it.\n");
+  EXPECT_EQ(foundInside(bench),
+            "mount-hooks/a b.sh:0 hook-not-runnable The shell cannot run this hook: Permission "
+            "denied. What it should print is missing.\n"
+            "static/a.ro/:0 unreadable-fragment This fragment cannot be read: Is a directory. No "
+            "output has it.\n"
+            "mount-hooks/a b.sh:0 hook-name The shell takes its path apart: ' ' is special to "
+            "it.\n");
 }
 
 TEST(CheckSources, FindsWhatNothingReads) {
@@ -69,6 +69,22 @@ TEST(CheckSources, FindsWhoMayWrite) {
       "runs.\n");
 }
 
+TEST(CheckSources, TrustsOneGroupAlone) {
+  const InspectionBench bench({{"1.conf", ""}});
+  const gid_t group = geteuid() == 0 ? 1 : getegid();
+  EXPECT_EQ(chown(bench.directory.path("1.conf").c_str(), geteuid(), group), 0);
+  setMode(bench, "1.conf", 0755);
+  EXPECT_EQ(foundInside(bench), "");
+  setMode(bench, "1.conf", 0620);
+  EXPECT_EQ(foundInside(bench),
+            "1.conf:0 others-may-write Others may change it (mode 0620), and with it what root "
+            "runs.\n");
+  if (geteuid() == 0) {
+    EXPECT_EQ(chown(bench.directory.path("1.conf").c_str(), 0, 0), 0);
+    EXPECT_EQ(foundInside(bench), "");
+  }
+}
+
 TEST(CheckSources, FindsWhoMayExchangeLinksAndWhatTheyLeadTo) {
   InspectionBench bench({{"real/1.conf", ""}, {"open/2.conf", ""}, {"way/placeholder", ""}});
   std::filesystem::create_symlink("../open/2.conf", bench.directory.path("real/2.conf"));
@@ -87,36 +103,31 @@ TEST(CheckSources, FindsWhoMayExchangeLinksAndWhatTheyLeadTo) {
   }
 }
 
-// Makes the files those of somebody else than root, who is then the one who looks at them.
-class OrdinaryUser {
- public:
-  explicit OrdinaryUser(const InspectionBench& bench) : isRoot_(geteuid() == 0) {
-    if (isRoot_) {
-      constexpr uid_t kDaemon = 1;
-      for (const char* const name : {"1.conf", ""}) {
-        EXPECT_EQ(chown(bench.directory.path(name).c_str(), kDaemon, 0), 0);
-      }
-      EXPECT_EQ(seteuid(kDaemon), 0);
-    }
-  }
-  ~OrdinaryUser() { EXPECT_EQ(isRoot_ ? seteuid(0) : 0, 0); }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
- private:
-  bool isRoot_;
-};
-
 TEST(CheckSources, TrustsWhoLooks) {
   const InspectionBench bench({{"1.conf", ""}});
-  {
-    const OrdinaryUser user(bench);
-    EXPECT_EQ(foundInside(bench), "");
-  }
   if (geteuid() == 0) {
+    for (const char* const name : {"1.conf", ""}) {
+      EXPECT_EQ(chown(bench.directory.path(name).c_str(), OrdinaryUser::kDaemon, 0), 0);
+    }
     EXPECT_EQ(foundInside(bench),
               "1.conf:0 foreign-owner It belongs to daemon, who can change what root runs.\n");
   }
+  const OrdinaryUser user;
+  EXPECT_EQ(foundInside(bench), "");
+}
+
+TEST(CheckSources, FindsDirectoriesThatTheUserCannotRead) {
+  const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/a.sh", ""}});
+  setMode(bench, "", 0755);
+  setMode(bench, "mount-hooks", 0000);
+  {
+    const OrdinaryUser user;
+    EXPECT_EQ(
+        foundInside(bench),
+        "mount-hooks:0 unreadable-directory This directory cannot be read: Permission denied. "
+        "Not all that is in it is seen.\n");
+  }
+  setMode(bench, "mount-hooks", 0755);
 }
 
 TEST(CheckSources, FindsGeneratedConfigurationsAmongTheirSources) {

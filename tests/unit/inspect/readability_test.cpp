@@ -4,8 +4,10 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "support/temporary_directory.h"
+#include "support/users.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -26,6 +28,46 @@ TEST(Readability, TellsWhyAFileDoesNotWork) {
   EXPECT_EQ(whyNotRunnable(directory.path("none")), "No such file or directory");
   EXPECT_EQ(whyNotRunnable(directory.path() + "/"), "Is a directory");
   EXPECT_EQ(whyNotRunnable(directory.write("a.sh", "")), "Permission denied");
+}
+
+TEST(Readability, LooksAtTheRightsOfWhoAsks) {
+  const TemporaryDirectory directory;
+  const std::string script = directory.writeScript("in/a.sh", "");
+  const std::string place = directory.path("in");
+  EXPECT_EQ(chmod(directory.path().c_str(), 0755), 0);
+  const auto faultsWith = [&](mode_t listing, mode_t running) {
+    EXPECT_EQ(chmod(script.c_str(), running), 0);
+    EXPECT_EQ(chmod(place.c_str(), listing), 0);
+    std::string faults;
+    {
+      const Testing::OrdinaryUser user;
+      faults = whyNotListed(place) + "|" + whyNotRunnable(script);
+    }
+    EXPECT_EQ(chmod(place.c_str(), 0755), 0);
+    return faults;
+  };
+  EXPECT_EQ(faultsWith(0555, 0555), "|");
+  EXPECT_EQ(faultsWith(0555, 0111), "|Permission denied");
+  EXPECT_EQ(faultsWith(0555, 0444), "|Permission denied");
+  EXPECT_EQ(faultsWith(0111, 0555), "Permission denied|");
+  EXPECT_EQ(faultsWith(0444, 0555), "Permission denied|Permission denied");
+}
+
+TEST(Readability, DoesNotSeeIntoADirectoryThatIsClosed) {
+  const TemporaryDirectory directory;
+  directory.write("in/file", "");
+  EXPECT_EQ(chmod(directory.path().c_str(), 0), 0);
+  {
+    const Testing::OrdinaryUser user;
+    EXPECT_EQ(whyNotListed(directory.path("in")), "Permission denied");
+  }
+  EXPECT_EQ(chmod(directory.path().c_str(), 0700), 0);
+}
+
+TEST(Readability, ListsNothingThatIsNoDirectory) {
+  const TemporaryDirectory directory;
+  EXPECT_EQ(whyNotListed(directory.write("a", "")), "");
+  EXPECT_EQ(whyNotListed(directory.path("none")), "");
 }
 
 // What keeps a script from being run that begins like this.
@@ -55,7 +97,7 @@ TEST(Readability, TakesAPipeForNoScript) {
 TEST(Readability, OpensNothingThatMightNotEnd) {
   const TemporaryDirectory directory;
   const std::string pipe = directory.makePipe("pipe");
-  EXPECT_EQ(whyNoFile(pipe), "it is a named pipe, where a run waits for a writer");
+  EXPECT_EQ(whyNoFile(pipe), "it is a named pipe");
   EXPECT_EQ(whyUnreadable(pipe), whyNoFile(pipe));
   EXPECT_EQ(whyNoFile("/dev/zero"), "it is a device");
   EXPECT_EQ(whyNoFile("/dev/null"), "");

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 
+#include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -45,5 +46,21 @@ inline std::string reasonForNoUser(std::uint32_t uid) {
   getpwuid(uid);
   return std::strerror(errno);
 }
+
+// Lets another user than root look at the files while it lives.
+class OrdinaryUser {
+ public:
+  static constexpr uid_t kDaemon = 1;
+
+  OrdinaryUser() : isRoot_(geteuid() == 0) { become(kDaemon); }
+  ~OrdinaryUser() { become(0); }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+ private:
+  void become(uid_t user) const { EXPECT_EQ(isRoot_ ? seteuid(user) : 0, 0); }
+
+  bool isRoot_;
+};
 
 }  // namespace Cradle::Testing
