@@ -2,6 +2,7 @@
 #include "inspect/explain_text.h"
 
 #include <algorithm>
+#include <set>
 
 #include "base/text.h"
 #include "inspect/page.h"
@@ -148,17 +149,20 @@ class ExplainText {
   }
 
   void writeWalk(const ReferenceWalk& walk) {
+    std::set<const Part*> followed;
+    std::size_t deepest = kMostValues;
     std::vector<Page::Row> rows;
     for (const ReferenceStep& step : walk.steps) {
-      const std::string name = step.name->first + "/" + step.name->second;
-      const std::string indent(kMargin * (step.depth - 1), ' ');
-      if (step.value.part == nullptr) {
-        rows.push_back({{indent + name}, {"is not set", Tone::Error}});
-      } else {
-        const std::string text = inspection_.textOf(step.value.part->value);
-        rows.push_back({{indent + name},
-                        {"= " + (text.empty() ? step.value.part->raw : text)},
-                        {inspection_.journal.nameOf(step.value.assignment->place), Tone::Faint}});
+      if (step.depth > deepest) {
+        continue;
+      }
+      // What a value refers to is told where it is met first.
+      const Part* const part = step.value.part;
+      const bool isKnown = part != nullptr && !followed.insert(part).second;
+      deepest = isKnown ? step.depth : kMostValues;
+      rows.push_back(rowOf(step));
+      if (isKnown && !part->value.references().empty()) {
+        rows.back().push_back({"# as above", Tone::Note});
       }
     }
     page_.table(rows, kMargin);
@@ -167,6 +171,18 @@ class ExplainText {
     } else if (walk.end == ReferenceWalk::End::TooDeep) {
       page_.line("  More than 33 values are needed. The value is empty.", Tone::Error);
     }
+  }
+
+  Page::Row rowOf(const ReferenceStep& step) const {
+    const std::string indent(kMargin * (step.depth - 1), ' ');
+    const std::string name = indent + step.name->first + "/" + step.name->second;
+    if (step.value.part == nullptr) {
+      return {{name}, {"is not set", Tone::Error}};
+    }
+    const std::string text = inspection_.textOf(step.value.part->value);
+    return {{name},
+            {"= " + (text.empty() ? step.value.part->raw : text)},
+            {inspection_.journal.nameOf(step.value.assignment->place), Tone::Faint}};
   }
 
   void writeOutputs() {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/output_file.h"
+#include "inspect/journal.h"
 #include "inspect/json.h"
 #include "inspect/memory_file.h"
 #include "inspect/page.h"
@@ -59,8 +60,8 @@ void writeFiles(const Graph& graph, std::string& dot) {
 template <typename Iterator>
 Iterator writeGroup(Iterator key, Iterator end, std::string& dot) {
   const std::string group = key->first.first;
-  dot += "  subgraph " + literal("cluster [" + group + "]") +
-         " {\n    label=" + literal("[" + group + "]") + ";\n";
+  const std::string title = titleOf(group);
+  dot += "  subgraph " + literal("cluster " + title) + " {\n    label=" + literal(title) + ";\n";
   for (; key != end && key->first.first == group; ++key) {
     dot += "    " + idOf(key->first) + " [label=" + labelOf(key->first.second, key->second) +
            (key->second.isSet ? "" : ", color=red, style=dashed") + "];\n";

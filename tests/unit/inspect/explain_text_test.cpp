@@ -69,6 +69,18 @@ TEST(ExplainText, FollowsReferences) {
       << text;
 }
 
+TEST(ExplainText, FollowsNoReferenceTwice) {
+  const InspectProgram program;
+  program.directory.write("1.conf",
+                          "[O]\nK=${config:O/L}${config:O/M}${config:O/N}\n"
+                          "L=l${config:O/N}\nM=${config:O/L}\nN=n\n");
+  const std::string text = squeezed(program.text({"explain", "O/K", "--color=never"}));
+  EXPECT_NE(text.find("\nReferences:\n O/L = ln 1.conf:3\n O/N = n 1.conf:5\n O/M = ln 1.conf:4\n"
+                      " O/L = ln 1.conf:3 # as above\n O/N = n 1.conf:5\n\n"),
+            std::string::npos)
+      << text;
+}
+
 TEST(ExplainText, NamesACircle) {
   const InspectProgram program;
   program.directory.write("1.conf", "[O]\nK=${config:O/K}\n");

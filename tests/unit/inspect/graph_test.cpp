@@ -40,6 +40,13 @@ TEST(Graph, MarksCircles) {
   EXPECT_EQ(referencesOf(makeGraph(bench.inspection, false)), "J K\nK L!\nL K!\n");
 }
 
+TEST(Graph, MarksNothingThatMerelyLeadsBackIntoACircle) {
+  const InspectionBench bench({{"1.conf",
+                                "[A]\nJ=${config:A/L}${config:A/K}\nK=${config:A/L}\n"
+                                "L=${config:A/M}\nM=${config:A/K}\n"}});
+  EXPECT_EQ(referencesOf(makeGraph(bench.inspection, false)), "J L\nJ K\nK L!\nL M!\nM K!\n");
+}
+
 TEST(Graph, KnowsWhatIsNotSet) {
   const InspectionBench bench({{"1.conf", "[A]\nJ=${config:A/K}${config:A/L}\nK=1\nK=\n"}});
   const Graph graph = makeGraph(bench.inspection, false);

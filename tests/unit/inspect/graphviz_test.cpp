@@ -19,6 +19,7 @@ Graph smallGraph() {
   graph.files = {"/c/1.conf", "/c/\"2.conf"};
   graph.keys[{"A", "K"}] = {true, "/c/1.conf:2", {"/c/1.conf:1"}};
   graph.keys[{"B", "L"}] = {};
+  graph.keys[{"[C", "M"}] = {true, "/c/1.conf:4", {}};
   graph.references = {{{"A", "K"}, {"B", "L"}, true}, {{"A", "K"}, {"A", "K"}, false}};
   return graph;
 }
@@ -42,6 +43,10 @@ TEST(Graphviz, IsWrittenGroupByGroup) {
             "  subgraph \"cluster [B]\" {\n"
             "    label=\"[B]\";\n"
             "    \"B/L\" [label=\"L\\nnot set\", color=red, style=dashed];\n"
+            "  }\n"
+            "  subgraph \"cluster [C\" {\n"
+            "    label=\"[C\";\n"
+            "    \"[C/M\" [label=\"M\\n1.conf:4\"];\n"
             "  }\n"
             "  \"A/K\" -> \"B/L\" [color=red, penwidth=2];\n"
             "  \"A/K\" -> \"A/K\";\n"
