@@ -64,8 +64,7 @@ bool makesValue(const OutputRow& row, const ConfigKey& name) {
     return false;
   }
   const FurtherKey* const further = furtherKey(row, name);
-  return same(row.source, name) ? row.format != &kFixed
-                                : further != nullptr && further->format != nullptr;
+  return same(row.source, name) || (further != nullptr && further->format != nullptr);
 }
 
 // What stands in the row's line, seen from the key.
@@ -173,9 +172,6 @@ std::vector<std::string_view> wordsOf(const ConfigKey& name) {
     const auto add = [&](std::span<const std::string_view> more) {
       words.insert(words.end(), more.begin(), more.end());
     };
-    if (row.format == &kIsRequired) {
-      words.push_back(row.when.text);
-    }
     if (row.format != nullptr) {
       add(noteOf(*row.format).words);
     }
@@ -190,15 +186,16 @@ std::vector<std::string_view> wordsOf(const ConfigKey& name) {
 
 // Whether every line that is made of the key is left out without it.
 bool isOnlyWrittenWhenThere(const ConfigKey& name) {
-  std::size_t written = 0;
-  std::size_t conditional = 0;
+  bool written = false;
+  bool always = false;
   forEachRow([&](const OutputTable& /*table*/, const OutputRow& row) {
-    if (same(row.source, name) && makesValue(row, name)) {
-      ++written;
-      conditional += row.condition != nullptr && noteOf(*row.condition).needsSource ? 1 : 0;
+    if (same(row.source, name)) {
+      const bool needsIt = row.condition != nullptr && noteOf(*row.condition).needsSource;
+      written = true;
+      always = needsIt ? always : true;
     }
   });
-  return written > 0 && written == conditional;
+  return written && !always;
 }
 
 // The text that a row has for an absent key.

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <regex>
 #include <set>
 #include <string>
@@ -120,6 +121,33 @@ TEST(KeyNotes, KnowWhichConditionsNeedTheSource) {
   }
 }
 
+TEST(KeyNotes, KnowThatSomeRowsAreWrittenWithoutTheSource) {
+  const Testing::OutputBench bench("[Other]\nKey=1\n");
+  const OutputRow row{.source = {"A", "Absent"}, .when = {{"Other", "Key"}, "2"}};
+  EXPECT_TRUE(bench.holds(kUnless, row));
+  EXPECT_FALSE(noteOf(kUnless).needsSource);
+}
+
+TEST(KeyNotes, GiveAKeyTheSameKindInEveryRow) {
+  std::map<std::string, ValueKind> kinds;
+  for (const OutputRow& row : allRows()) {
+    if (row.format != nullptr && row.format != &kFixed && !row.source.key.empty()) {
+      const ValueKind kind = noteOf(*row.format).kind;
+      EXPECT_EQ(kinds.emplace(nameOf(row.source), kind).first->second, kind) << nameOf(row);
+    }
+  }
+}
+
+TEST(KeyNotes, GiveAFurtherKeyTheTypeOfItsOwnRow) {
+  for (const KeyReference& key : keyReference()) {
+    for (const FurtherKey& further : furtherKeys()) {
+      if (nameOf(further.name) == nameOf(key.name)) {
+        EXPECT_EQ(noteOf(*further.type).kind, key.kind) << nameOf(key.name);
+      }
+    }
+  }
+}
+
 TEST(KeyNotes, MustBeThere) {
   EXPECT_DEATH(noteOf(Format{}), ::testing::HasSubstr("has a note"));
 }
@@ -151,6 +179,16 @@ TEST(KeyNotes, NameTheWordsThatConditionsCompareWith) {
       EXPECT_EQ(!bench.holds(*condition, Testing::kKeyRow),
                 std::ranges::find(words, word) != words.end())
           << condition->name << ": " << word;
+    }
+  }
+}
+
+TEST(KeyNotes, NameTheWordsThatRowsRequire) {
+  for (const OutputRow& row : allRows()) {
+    for (const KeyReference& key : keyReference()) {
+      if (row.format == &kIsRequired && nameOf(row.source) == nameOf(key.name)) {
+        EXPECT_NE(std::ranges::find(key.words, row.when.text), key.words.end()) << row.when.text;
+      }
     }
   }
 }
