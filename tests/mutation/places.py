@@ -5,7 +5,7 @@ import re
 from dataclasses import dataclass, field
 
 from fault import Fault
-from source import Source, Token
+from source import ASSIGNMENTS, Source, Token
 
 # What a statement may not begin with to hold a choice.
 CONSTANT = re.compile(r"\s*(static |constexpr |consteval |case |using |assert\(|static_assert\()")
@@ -76,6 +76,8 @@ def _place_of(source: Source, fault: Fault, first: int, last: int) -> Place | No
         return Place(fault.start, fault.end, "order")
     if fault.operator == "removed":
         return _statement(source, first)  # a message has no copies
+    if source.text(first) in ASSIGNMENTS and (statement := _statement(source, first)):
+        return statement  # what is assigned may be a choice
     if fault.operator == "order":
         first = _called(source, first)
     if first < 0:

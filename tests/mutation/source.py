@@ -23,6 +23,8 @@ TOKEN = re.compile(
 
 OPENING = {"(": ")", "{": "}", "[": "]"}
 BOUNDS = {"(", ",", ";", "{", "=", "return", ":", "?", "<<", "[", "case", "else", "do"}
+ASSIGNMENTS = {"+=", "-=", "*=", "/=", "%=", "&=", "|=", "^="}
+BOUNDS |= ASSIGNMENTS
 ENDS = {")", ",", ";", "}", "]", ":", "?", "<<"}
 BLOCK_MARKS = {")", "]", "else", "do", "const", "noexcept", "override", "mutable", "consteval"}
 TYPES_AND_SCOPES = {"namespace", "class", "struct", "enum", "union"}

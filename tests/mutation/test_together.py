@@ -21,6 +21,7 @@ PROGRAMS = [
     ("constexpr int f() {\n  return 9;\n}\nint main() { int n = f(); return n; }", 9, {0, 8, 10}),
     ("#include <array>\nstruct Row {\n  int a = 0;\n};\nconstexpr auto kRows = "
      "std::to_array<Row>({{.a = 3}, {.a = 5}});\nint main() { return kRows[0].a; }", 3, {2, 4, 5}),
+    ("int main() {\n  int n = 1;\n  n += n == 1 ? 2 : 8;\n  return n;\n}\n", 3, {1, 2, 9, 10}),
     ("struct S {\n  int a = 4;\n};\nint main() { return S().a; }", 4, {3, 5}),
 ]
 
