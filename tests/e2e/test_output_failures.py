@@ -35,8 +35,12 @@ def fifo(host: Host) -> Path:
 
 
 def reader_of(path: Path) -> int:
+    return os.open(path, os.O_RDONLY | os.O_NONBLOCK)
+
+
+def reader_of_pages(path: Path) -> int:
     """A reader of a FIFO, there before anyone writes, that holds no more than a page."""
-    reader = os.open(path, os.O_RDONLY | os.O_NONBLOCK)
+    reader = reader_of(path)
     fcntl.fcntl(reader, F_SETPIPE_SZ, os.sysconf("SC_PAGE_SIZE"))
     return reader
 
@@ -76,7 +80,7 @@ def test_a_fifo_is_opened_when_there_is_a_reader(host: Host) -> None:
 
 
 def test_a_slow_reader_of_a_small_pipe_gets_everything(host: Host) -> None:
-    reader = reader_of(fifo(host))
+    reader = reader_of_pages(fifo(host))
     run = host.start(*ARGUMENTS, "/fifo")
     received = b""
     for piece in pieces(reader, 1000):
@@ -89,7 +93,7 @@ def test_a_slow_reader_of_a_small_pipe_gets_everything(host: Host) -> None:
 
 def test_a_reader_that_goes_away_ends_the_writing_alone(host: Host) -> None:
     host.script("/c/property-pre-hooks/a.sh", "touch /ran\n")
-    reader = reader_of(fifo(host))
+    reader = reader_of_pages(fifo(host))
     run = host.start(*ARGUMENTS, "/fifo")
     assert next(pieces(reader, 10)) != b""
     assert not host.exists("/ran")
