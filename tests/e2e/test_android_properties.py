@@ -15,6 +15,7 @@ LIBRARY = "libandroid-properties.so.1"
     [
         ("ro.product.model", "Cradle One"),
         ("ro.build.id", " spaced; text "),
+        ("ro.short", "1"),
         ("ro.dollar", "${HOME}"),
         ("ro.longest", "0123456789" * 9 + "01234"),
         ("ro.long.count", "text"),

@@ -109,6 +109,14 @@ def test_the_reason_for_a_missing_device_is_that_of_its_own_look_up(
     assert lxc(host) == (1, "", error)
 
 
+def test_a_directory_that_cannot_be_read_is_the_reason_for_a_missing_device(host: Host) -> None:
+    host.directory("/dev/bus")
+    host.conf("[Devices]\nRequiredDevNodes=bus/*\n")
+    failing = ["-P", "/dev/bus", "-e", "inject=getdents64:error=EIO:when=1"]
+    error = "ERROR: Failed to find required device node file 'bus/*': Input/output error\n"
+    assert host.generate("--type", "lxc", strace=failing) == (1, "", error)
+
+
 def test_a_directory_is_bound_as_such_without_its_slash(host: Host) -> None:
     host.file("/dev/dri/card0")
     lines(host, "[Devices]", "DevNodes=dri;/dev/dri/;/dev/dri/card*")

@@ -324,14 +324,25 @@ TEST(ConfigFileIterator, KeepsTheGroupBeforeABadGroupLine) {
   }
 }
 
+// The group of a key behind a bad line of the group "Good", where bad lines are listed.
+std::string groupBehind(const std::string& line) {
+  const LogCapture log;
+  const TemporaryDirectory directory;
+  ConfigFileInfo info(directory.write("test.conf", "[Good]\n" + line + "\nK=1\n"));
+  std::vector<RejectedLine> lines;
+  info.rejected = &lines;
+  return std::string(ConfigFileIterator(info, false).group());
+}
+
 TEST(ConfigFileIterator, NamesTheGroupBehindABadGroupLineLikeThatLineWhereBadLinesAreListed) {
   for (const char* const line : {"[bad/name]", "[bad", "\xef\xbb\xbf[A]"}) {
-    const LogCapture log;
-    const TemporaryDirectory directory;
-    ConfigFileInfo info(directory.write("test.conf", "[Good]\n" + std::string(line) + "\nK=1\n"));
-    std::vector<RejectedLine> lines;
-    info.rejected = &lines;
-    EXPECT_EQ(ConfigFileIterator(info, false).group(), line);
+    EXPECT_EQ(groupBehind(line), line);
+  }
+}
+
+TEST(ConfigFileIterator, KeepsTheGroupBehindAnyOtherBadLineWhereBadLinesAreListed) {
+  for (const char* const line : {"bad", "bad!=1", " [A]", "\xef\xbb\xbf"}) {
+    EXPECT_EQ(groupBehind(line), "Good") << line;
   }
 }
 

@@ -22,6 +22,7 @@ static const struct property {
     {"ro.product.model", "Cradle One", LENGTH_OF_TEXT},
     {"ro.build.id", " spaced; text ", LENGTH_OF_TEXT},
     {"ro.empty", "", LENGTH_OF_TEXT},
+    {"ro.short", "1", LENGTH_OF_TEXT},
     {"ro.dollar", "${HOME}", LENGTH_OF_TEXT},
     {"ro.longest", TEN TEN TEN TEN TEN TEN TEN TEN TEN "01234", LENGTH_OF_TEXT},
     {"ro.negative", "text", -1},

@@ -2,6 +2,7 @@
 #include "base/line_reader.h"
 
 #include <cstring>
+#include <fstream>
 #include <string>
 
 #include <fcntl.h>
@@ -30,6 +31,16 @@ std::string linesOf(const std::string& path) {
   EXPECT_EQ(lines.line(), "");
   EXPECT_FALSE(lines.next());
   return lines.failed() ? all + "!" : all;
+}
+
+TEST(LineReader, StaysAtTheEndOfAFileThatGrows) {
+  const TemporaryDirectory directory;
+  LineReader lines(directory.write("file", "a\n"));
+  EXPECT_TRUE(lines.next());
+  EXPECT_FALSE(lines.next());
+  std::ofstream(directory.path("file"), std::ios::app) << "b\n";
+  EXPECT_FALSE(lines.next());
+  EXPECT_FALSE(lines.next());
 }
 
 struct Text {

@@ -29,6 +29,7 @@ constexpr Version kVersions[] = {
     {"3.65537", 4 * 65536 + 1},
     {"32767.65535", 2147483647},
     {"65539.2", 196610},
+    {"14567.8", 14567 * 65536 + 8},
 };
 
 TEST(OpenGlVersion, IsTheNumberItselfOrItsTwoPartsPacked) {

@@ -20,6 +20,7 @@ namespace {
 
 using Testing::inChildWithoutDescriptors;
 using Testing::LogCapture;
+using namespace std::chrono_literals;
 
 // The user that `query` finds, the error number that it leaves and what it logs.
 std::string answer(const std::function<std::uint32_t()>& query) {
@@ -56,35 +57,68 @@ TEST(SeatUser, IsNotWaitedForWithATimeoutOfZero) {
   EXPECT_EQ(answer([] { return waitForActiveSeatUser(0); }), answer(activeSeatUser));
 }
 
-// Loads the library that stands in for the login manager's. One that is loaded already stands in
-// for any of the same name that is asked for later, so this needs a process in which none has been.
-void loadStub() {
+TEST(SeatUser, IsWaitedForHalfAMinute) {
+  EXPECT_EQ(std::to_string(kSeatUserTimeout) + " s", "30 s");
+}
+
+// Loads the library that stands in for the login manager's, for a seat of that kind. One that is
+// loaded already stands in for any of the same name that is asked for later, so this needs a
+// process in which none has been.
+void loadStub(const char* seat) {
+  setenv("SEAT", seat, 1);
   if (dlopen(SYSTEMD_STUB, RTLD_NOW) == nullptr) {
     std::exit(1);
   }
 }
 
-TEST(SeatUserDeathTest, IsWaitedForWithoutAnEndWithANegativeTimeout) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  const auto wait = [] {
-    loadStub();
+class SeatUserDeathTest : public ::testing::Test {
+ protected:
+  SeatUserDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+  // Ends with 0 if the user comes to the seat at some time.
+  [[noreturn]] static void waitForUser(const char* seat) {
+    loadStub(seat);
     std::exit(waitForActiveSeatUser(-1) == 1000 ? 0 : 2);
-  };
-  EXPECT_EXIT(wait(), ::testing::ExitedWithCode(0), "^look 1\nlook 2\n$");
+  }
+
+  // Ends with 0 if nobody comes within `timeout` seconds, and if that takes as long as it may.
+  [[noreturn]] static void waitInVain(const char* seat, std::int32_t timeout,
+                                      std::chrono::milliseconds least,
+                                      std::chrono::milliseconds most) {
+    loadStub(seat);
+    const auto start = std::chrono::steady_clock::now();
+    const bool nobody = waitForActiveSeatUser(timeout) == kUnknownUser;
+    const auto taken = std::chrono::steady_clock::now() - start;
+    std::exit(nobody && taken >= least && taken < most ? 0 : 2);
+  }
+};
+
+constexpr const char* kTimeIsOver =
+    "journal <4> <%s> <Could not get sessions for seat0, timeout reached>\n$";
+
+TEST_F(SeatUserDeathTest, IsWaitedForWithoutAnEndWithANegativeTimeout) {
+  EXPECT_EXIT(waitForUser(""), ::testing::ExitedWithCode(0), "^look 1\nflushed\nlook 2\n$");
 }
 
-TEST(SeatUserDeathTest, IsGivenUpWhenMoreWholeSecondsHavePassedThanTheTimeout) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  const auto wait = [] {
-    loadStub();
-    setenv("NOBODY_LOGS_IN", "", 1);
-    const auto start = std::chrono::steady_clock::now();
-    const bool nobody = waitForActiveSeatUser(1) == kUnknownUser;
-    const bool tooEarly = std::chrono::steady_clock::now() - start < std::chrono::seconds(2);
-    std::exit(nobody && !tooEarly ? 0 : 2);
+TEST_F(SeatUserDeathTest, IsLookedForWhenTheMonitorWantsIt) {
+  EXPECT_EXIT(waitForUser("unannounced"), ::testing::ExitedWithCode(0),
+              "^look 1\nflushed\nlook 2\n$");
+}
+
+TEST_F(SeatUserDeathTest, IsGivenUpWhenMoreWholeSecondsHavePassedThanTheTimeout) {
+  EXPECT_EXIT(waitInVain("left alone", 1, 2s, 1h), ::testing::ExitedWithCode(0), kTimeIsOver);
+}
+
+TEST_F(SeatUserDeathTest, IsWaitedForNoLongerWhenSomethingElseHappens) {
+  EXPECT_EXIT(waitInVain("busy", 5, 6s, 9500ms), ::testing::ExitedWithCode(0), kTimeIsOver);
+}
+
+TEST_F(SeatUserDeathTest, IsNobodyWithoutAnErrorWhereASessionIsNobodys) {
+  const auto look = [] {
+    loadStub("unnamed");
+    std::exit(activeSeatUser() == kUnknownUser && errno == 0 ? 0 : 2);
   };
-  EXPECT_EXIT(wait(), ::testing::ExitedWithCode(0),
-              "journal <4> <%s> <Could not get sessions for seat0, timeout reached>\n$");
+  EXPECT_EXIT(look(), ::testing::ExitedWithCode(0), "^look 1\n$");
 }
 
 // Failures
@@ -95,6 +129,17 @@ TEST(SeatUser, IsNobodyWhereTheActiveSessionCannotBeAsked) {
 
 TEST(SeatUser, IsNobodyWithAWarningWhereTheSessionsCannotBeAsked) {
   EXPECT_EQ(answerWithoutLoginManager(activeSeatUser), kTooManyOpenFiles + kNoSessions);
+}
+
+TEST_F(SeatUserDeathTest, IsNobodyWhereThereIsNoLibraryToAsk) {
+  for (const auto ask : {activeSeatUserOnly, activeSeatUser}) {
+    const auto look = [&] {
+      Testing::limitDescriptors(0);
+      const bool nobody = ask() == kUnknownUser && errno == ENOSYS;
+      std::_Exit(nobody ? 0 : 2);
+    };
+    EXPECT_EXIT(look(), ::testing::ExitedWithCode(0), "");
+  }
 }
 
 TEST(SeatUser, NeedsNoMonitorWithATimeoutOfZero) {

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "side_effects.h"
 #include "support/child_process.h"
 #include "support/temporary_directory.h"
 #include "support/users.h"
@@ -20,6 +21,7 @@ namespace {
 
 using Testing::inChildProcess;
 using Testing::KnownUser;
+using Testing::OrdinaryUser;
 using Testing::TemporaryDirectory;
 using Testing::thisUser;
 using Testing::unusedUserId;
@@ -140,6 +142,55 @@ TEST_F(UserDirectory, MayBeALinkWhoseTargetIsLeftAlone) {
   EXPECT_EQ(statusOf(path_).st_uid, user.uid);
   EXPECT_EQ(statusOf(path_).st_gid, user.groupId);
   EXPECT_EQ(statusOf(target).st_uid, before.st_uid);
+}
+
+TEST_F(UserDirectory, StaysWithItsOwnerForRootWhenItExists) {
+  std::filesystem::create_directory(path_);
+  const KnownUser other = owner();
+  EXPECT_EQ(chown(path_.c_str(), other.uid, other.groupId), 0);
+  EXPECT_TRUE(makeUserDirectory(path_, 0700, 0));
+  EXPECT_EQ(statusOf(path_).st_uid, other.uid);
+}
+
+// Directories that are not to be made: the answer is what making them would give.
+class RefusedDirectory : public UserDirectory {
+ protected:
+  RefusedDirectory() {
+    Parser::refuseSideEffects([](const std::string& /*what*/) {});
+  }
+  ~RefusedDirectory() override {
+    Parser::refuseSideEffects(nullptr);
+    chmod(directory_.path().c_str(), 0700);
+  }
+
+  // Whether a user other than root would make it in a directory of that mode and of his own.
+  bool wouldMakeIn(mode_t mode) const {
+    if (geteuid() == 0) {
+      EXPECT_EQ(chown(directory_.path().c_str(), OrdinaryUser::kDaemon, 0), 0);
+    }
+    EXPECT_EQ(chmod(directory_.path().c_str(), mode), 0);
+    const OrdinaryUser user;
+    return makeUserDirectory(path_, 0700, 0);
+  }
+};
+
+TEST_F(RefusedDirectory, WouldBeMadeInADirectoryThatMayBeWrittenAndSearched) {
+  EXPECT_TRUE(wouldMakeIn(0700));
+  EXPECT_FALSE(wouldMakeIn(0500));
+  EXPECT_FALSE(wouldMakeIn(0600));
+  EXPECT_FALSE(std::filesystem::exists(path_));
+  EXPECT_FALSE(makeUserDirectory(directory_.path("no/new"), 0700, 0));
+  EXPECT_EQ(makeUserDirectory("/no such thing", 0700, 0), access("/", W_OK) == 0);
+}
+
+TEST_F(RefusedDirectory, IsThereWhenItExists) {
+  std::filesystem::create_directory(path_);
+  EXPECT_TRUE(wouldMakeIn(0500));
+}
+
+TEST_F(RefusedDirectory, WouldBeMadeForKnownUsersAlone) {
+  EXPECT_TRUE(makeUserDirectory(path_, 0700, thisUser().uid));
+  EXPECT_FALSE(makeUserDirectory(path_, 0700, unusedUserId()));
 }
 
 // Failures

@@ -27,6 +27,15 @@ TEST(CheckNames, NamesTheFirstLineOfAnUnknownGroup) {
             "keys.\n");
 }
 
+TEST(CheckNames, NamesTheFirstLineOfAKeyThatIsAssignedTwice) {
+  const InspectionBench bench({{"1.conf", "[Display]\nDensty=1\n[Own]\nA=1\nA=2\nB=3\n"},
+                               {"2.conf", "[Display]\nDensty=2\n"}});
+  EXPECT_EQ(bench.found(checkNames),
+            "1.conf:2 unknown-key Display/Densty is no key that is known (did you mean Density?). "
+            "Nothing reads it.\n"
+            "1.conf:4 unknown-group [Own] is no group that is known. Nothing reads its keys.\n");
+}
+
 TEST(CheckNames, NamesTheFirstFileOfAnUnknownGroup) {
   const InspectionBench bench(
       {{"1.conf", "[Own thing]\nB=1\n"}, {"2.conf", "[Own thing]\nA=2\nC=3\n"}});

@@ -78,9 +78,8 @@ TEST(DiffCommand, WaitsForNoWriter) {
   const InspectProgram program;
   const std::string pipe = program.directory.makePipe("old");
   program.directory.write("1.conf", "[A]\nK=1\n");
-  EXPECT_EQ(
-      program.run({"diff", pipe}).errors,
-      "cradle-inspect-config: " + pipe + ": it is a named pipe, where a run waits for a writer\n");
+  EXPECT_EQ(program.run({"diff", pipe}).errors,
+            "cradle-inspect-config: " + pipe + ": it is a named pipe\n");
   program.directory.write("static/a.lxc/file", "");
   EXPECT_EQ(program.run({"diff", program.directory.path("1.conf")}).status, kFindings);
   program.directory.makePipe("static/b.lxc");

@@ -42,10 +42,10 @@ TEST(FindingText, TellsWhatARunWouldWaitFor) {
   bench.directory.write("1.conf", "[A]\nK=${envfile:" + pipe + ":NAME}\n");
   bench.lookAgain();
   EXPECT_EQ(bench.inner(waitText(bench.inspection)),
-            "1.conf:2: error: '${envfile:static/b.lxc:NAME}' cannot be read: it is a named pipe, "
-            "where a run waits for a writer. The value is not known. [no-template-file]\n"
-            "static/b.lxc: error: This fragment cannot be read: it is a named pipe, where a run "
-            "waits for a writer. It is left out. [unreadable-fragment]\n");
+            "1.conf:2: error: '${envfile:static/b.lxc:NAME}' cannot be read: it is a named pipe. "
+            "The value is not known. [no-template-file]\n"
+            "static/b.lxc: error: This fragment cannot be read: it is a named pipe. No output has "
+            "it. [unreadable-fragment]\n");
 }
 
 }  // namespace

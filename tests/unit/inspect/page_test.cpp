@@ -18,8 +18,13 @@ TEST(Page, IsColouredOnlyWhereThatIsWanted) {
 
 TEST(Page, AlignsTheColumnsOfATable) {
   Page page(false);
-  page.table({{{"a"}, {"bb"}, {"c"}}, {{"aaa"}, {"b"}, {"c"}}, {{"a"}}, {{"\xc3\xa4"}, {"b"}}}, 1);
-  EXPECT_EQ(page.text(), " a    bb  c\n aaa  b   c\n a\n \xc3\xa4    b\n");
+  page.table({{{"a"}, {"bb"}, {"c"}},
+              {{"aaa"}, {"b"}, {"c"}},
+              {{"a"}},
+              {{"\xc3\xa4"}, {"b"}},
+              {{"\xc3\xa5"}, {"b"}}},
+             1);
+  EXPECT_EQ(page.text(), " a    bb  c\n aaa  b   c\n a\n \xc3\xa4    b\n \xc3\xa5    b\n");
 }
 
 TEST(Page, DoesNotLetOneLongCellPushTheOthersAway) {

@@ -7,8 +7,8 @@ namespace Cradle::Inspect {
 namespace {
 
 TEST(Printable, LeavesTextAsItIs) {
-  for (const char* const text :
-       {"", "a b\\x1b", "\xc3\xa4", "\xe2\x82\xac", "\xf0\x9f\x99\x82", "\xef\xbf\xbd"}) {
+  for (const char* const text : {"", "a b\\x1b", "\xc3\xa4", "\xe2\x82\xac", "\xf0\x9f\x99\x82",
+                                 "\xef\xbf\xbd", "\xe0\xa0\x80", "\xf0\x90\x80\x80"}) {
     EXPECT_EQ(printable(text), text);
   }
 }
@@ -25,6 +25,11 @@ TEST(Printable, ShowsWhatReordersOrHidesText) {
   EXPECT_EQ(printable("\xe2\x80\xae\xe2\x81\xa6\xe2\x80\x8b\xd8\x9c"),
             "\\u202e\\u2066\\u200b\\u061c");
   EXPECT_EQ(printable("\xf3\xa0\x81\x81"), "\\ue0041");
+}
+
+TEST(Printable, ShowsACharacterThatIsCutOff) {
+  EXPECT_EQ(printable("a\xc3"), "a\\xc3");
+  EXPECT_EQ(printable("\xf0\x9f\x99"), "\\xf0\\x9f\\x99");
 }
 
 TEST(Printable, ShowsWhatIsNoUtf8) {

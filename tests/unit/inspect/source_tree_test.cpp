@@ -48,6 +48,41 @@ TEST(SourceTree, HasTheOrderOfEachRun) {
             "static/r.ro\n");
 }
 
+TEST(SourceTree, GoesThroughAllDirectoriesInEachRound) {
+  struct Row {
+    OutputType type;
+    const char* used;
+  };
+  for (const Row& row : {
+           Row{OutputType::Config,
+               "run a/mount-hooks/m.sh\nrun b/mount-hooks/m.sh\n"
+               "run a/property-pre-hooks/a.sh\nrun a/property-post-hooks/z.sh\n"
+               "copy a/static/l.lxc\ncopy a/static/r.ro\n"
+               "run b/property-pre-hooks/a.sh\nrun b/property-post-hooks/z.sh\n"
+               "copy b/static/l.lxc\ncopy b/static/r.ro\n"},
+           Row{OutputType::Lxc,
+               "run a/mount-hooks/m.sh\ncopy a/static/l.lxc\n"
+               "run b/mount-hooks/m.sh\ncopy b/static/l.lxc\n"},
+           Row{OutputType::Property,
+               "run a/property-pre-hooks/a.sh\nrun b/property-pre-hooks/a.sh\n"
+               "run a/property-post-hooks/z.sh\nrun b/property-post-hooks/z.sh\n"
+               "copy a/static/r.ro\ncopy b/static/r.ro\n"},
+       }) {
+    InspectionBench bench({}, row.type);
+    bench.settings.directories.clear();
+    for (const char* const directory : {"a", "b"}) {
+      for (const BenchFile& file : everything()) {
+        if (!file.name.ends_with(".conf")) {
+          bench.directory.write(std::string(directory) + "/" + std::string(file.name), file.text);
+        }
+      }
+      bench.settings.directories.push_back(bench.directory.path(directory));
+    }
+    bench.lookAgain();
+    EXPECT_EQ(listed(bench, findSources(bench.inspection).used), row.used);
+  }
+}
+
 TEST(SourceTree, KnowsWhatAGeneratedConfigurationReplaces) {
   std::vector<BenchFile> files = everything();
   files[0].text = "[GeneratedConfig]\nUserId=0\nUser=u\nHome=/\nInstance=i\nBaseUid=0\n";

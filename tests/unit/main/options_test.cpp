@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "main/options.h"
 
+#include <cerrno>
 #include <set>
 #include <string>
 #include <string_view>
@@ -186,6 +187,11 @@ TEST(Options, RefuseAnIdWithoutALeadingInteger) {
       EXPECT_EQ(result.errors, name + ": " + value + " does not look like an integer.\n");
     }
   }
+}
+
+TEST(Options, TakeAnIdWhateverHasFailedBefore) {
+  errno = ERANGE;
+  EXPECT_TRUE(applied("--user-id", {"1000"}).accepted);
 }
 
 TEST(Options, RefuseAnIdBeyond32BitsWithASign) {
