@@ -41,35 +41,32 @@ std::string textOf(const std::vector<Finding>& findings, bool coloured) {
   return page.line(summaryOf(findings), Tone::Strong).text();
 }
 
-Json toJson(const FindingKind& kind) {
-  Json json;
-  json["kind"] = kind.name;
-  json["severity"] = nameOf(kind.severity);
-  return json;
+JsonObject toJson(const FindingKind& kind) {
+  return {{"kind", kind.name},
+          {"severity", nameOf(kind.severity)},
+          {"sentence", kind.sentence},
+          {"advice", kind.advice}};
 }
 
-// Takes the words of the findings.
-std::string jsonOf(std::vector<Finding>& findings) {
-  Json list = Json::array();
-  for (Finding& finding : findings) {
-    Json& json = list.emplace_back(toJson(*finding.kind));
-    json["file"] = std::move(finding.path);
-    json["line"] = finding.line;
-    json["sentence"] = std::move(finding.sentence);
-    json["advice"] = std::move(finding.advice);
-  }
-  Json document;
-  document["findings"] = std::move(list);
-  document["errors"] = countOf(findings, Severity::Error);
-  document["warnings"] = countOf(findings, Severity::Warning);
-  document["notes"] = countOf(findings, Severity::Note);
-  return dump(document);
+std::string jsonOf(const std::vector<Finding>& findings) {
+  const auto toJson = [](const Finding& finding) {
+    return JsonObject{{"kind", finding.kind->name},
+                      {"severity", nameOf(finding.kind->severity)},
+                      {"file", std::string_view(finding.path)},
+                      {"line", finding.line},
+                      {"sentence", std::string_view(finding.sentence)},
+                      {"advice", std::string_view(finding.advice)}};
+  };
+  return dump({{"findings", jsonList(findings, toJson)},
+               {"errors", countOf(findings, Severity::Error)},
+               {"warnings", countOf(findings, Severity::Warning)},
+               {"notes", countOf(findings, Severity::Note)}});
 }
 
 }  // namespace
 
 Answer runCheck(const Options& options, std::span<const std::string> /*operands*/) {
-  std::vector<Finding> findings = findAll(inspect(options.run, options.execute));
+  const std::vector<Finding> findings = findAll(inspect(options.run, options.execute));
   const bool fine = countOf(findings, Severity::Error) == 0 &&
                     (!options.strict || countOf(findings, Severity::Warning) == 0);
   return {options.format == OutputFormat::Json ? jsonOf(findings)
@@ -78,19 +75,18 @@ Answer runCheck(const Options& options, std::span<const std::string> /*operands*
 }
 
 Answer runFindings(const Options& options, std::span<const std::string> /*operands*/) {
-  Json list = Json::array();
+  if (options.format == OutputFormat::Json) {
+    return {dump({{"kinds", jsonList(findingKinds(), toJson)}})};
+  }
   Page page(wantsColour(options.colour));
   for (const FindingKind& kind : findingKinds()) {
-    Json& json = list.emplace_back(toJson(kind));
-    json["sentence"] = kind.sentence;
-    json["advice"] = kind.advice;
     page.put(kind.name, Tone::Strong)
         .put(std::string(" (").append(nameOf(kind.severity)).append(")"))
         .endLine()
         .line("    " + std::string(kind.sentence))
         .line("    " + std::string(kind.advice), Tone::Faint);
   }
-  return {options.format == OutputFormat::Json ? dump({{"kinds", list}}) : page.text()};
+  return {page.text()};
 }
 
 }  // namespace Cradle::Inspect

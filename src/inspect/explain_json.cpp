@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "inspect/explain_json.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "inspect/json.h"
 
@@ -13,80 +15,82 @@ constexpr std::array<std::string_view, 8> kOutcomes{"text",           "reference
                                                     "unknown-format", "no-file"};
 constexpr std::array<std::string_view, 3> kEnds{"resolved", "circle", "too-deep"};
 
-Json toJson(const Inspection& inspection, Place place) {
+JsonObject toJson(const Substitution& made) {
+  return {{"template", made.spec},
+          {"outcome", kOutcomes.at(static_cast<std::size_t>(made.outcome))},
+          {"text", made.text}};
+}
+
+JsonObject toJson(const Generators::KeyReference& known) {
+  return {{"meaning", known.meaning},
+          {"type", known.type},
+          {"words", jsonList(known.words)},
+          {"absent", known.absent}};
+}
+
+JsonObject toJson(const ProbedRow& row) {
+  return {{"output", row.output},
+          {"key", row.key},
+          {"text", row.text},
+          {"condition", row.condition},
+          {"ends", row.ends}};
+}
+
+JsonObject toJson(const Inspection& inspection, Place place) {
   return {{"file", inspection.journal.files[place.file].path}, {"line", place.line}};
 }
 
-Json toJson(const Inspection& inspection, const Statement& statement) {
-  Json json = toJson(inspection, statement.assignment->place);
-  json["state"] = nameOf(statement.state);
-  json["raw"] = statement.part == nullptr ? "" : statement.part->raw;
-  json["by"] = statement.by == nullptr ? Json() : toJson(inspection, statement.by->place);
-  json["substitutions"] = Json::array();
-  if (statement.part != nullptr) {
-    for (const Substitution& made : statement.part->substitutions) {
-      json["substitutions"].push_back(
-          {{"template", made.spec},
-           {"outcome", kOutcomes.at(static_cast<std::size_t>(made.outcome))},
-           {"text", made.text}});
-    }
-  }
+JsonObject toJson(const Inspection& inspection, const Statement& statement) {
+  const Part* const part = statement.part;
+  const Assignment* const by = statement.by;
+  JsonObject json = toJson(inspection, statement.assignment->place);
+  json.insert(json.end(),
+              {{"state", nameOf(statement.state)},
+               {"raw", part == nullptr ? "" : part->raw},
+               {"by", by == nullptr ? Json() : toJson(inspection, by->place)},
+               {"substitutions",
+                part == nullptr ? JsonList() : jsonList(part->substitutions, [](const auto& made) {
+                  return toJson(made);
+                })}});
   return json;
 }
 
-Json toJson(const Inspection& inspection, const ReferenceStep& step) {
-  Json json{{"depth", step.depth}, {"key", step.name->first + "/" + step.name->second}};
-  json["set"] = step.value.part != nullptr;
+JsonObject toJson(const Inspection& inspection, const ReferenceStep& step) {
+  JsonObject json{{"depth", step.depth},
+                  {"key", step.name->first + "/" + step.name->second},
+                  {"set", step.value.part != nullptr}};
   if (step.value.part != nullptr) {
-    json["text"] = inspection.textOf(step.value.part->value);
-    json.update(toJson(inspection, step.value.assignment->place));
+    json.push_back({"text", inspection.textOf(step.value.part->value)});
+    std::ranges::move(toJson(inspection, step.value.assignment->place), std::back_inserter(json));
   }
   return json;
 }
 
-Json toJson(const Inspection& inspection, const Explanation::Value& value) {
-  Json json = toJson(inspection, value.statement->assignment->place);
-  json["text"] = value.text;
-  json["fits"] = value.fits;
-  json["resolution"] = kEnds.at(static_cast<std::size_t>(value.walk.end));
-  json["references"] = Json::array();
-  for (const ReferenceStep& step : value.walk.steps) {
-    json["references"].push_back(toJson(inspection, step));
-  }
-  json["circle"] = value.walk.circle;
+JsonObject toJson(const Inspection& inspection, const Explanation::Value& value) {
+  JsonObject json = toJson(inspection, value.statement->assignment->place);
+  json.insert(json.end(), {{"text", value.text},
+                           {"fits", value.fits},
+                           {"resolution", kEnds.at(static_cast<std::size_t>(value.walk.end))},
+                           {"references", jsonList(value.walk.steps,
+                                                   [&](const ReferenceStep& step) {
+                                                     return toJson(inspection, step);
+                                                   })},
+                           {"circle", jsonList(value.walk.circle)}});
   return json;
-}
-
-Json toJson(const Generators::KeyReference& known) {
-  return {{"meaning", known.meaning},
-          {"type", known.type},
-          {"words", known.words},
-          {"absent", known.absent}};
 }
 
 }  // namespace
 
 std::string explainJson(const Inspection& inspection, const Explanation& explanation) {
-  Json json{{"group", explanation.group}, {"key", explanation.key}};
-  json["known"] = explanation.known == nullptr ? Json() : toJson(*explanation.known);
-  json["statements"] = Json::array();
-  for (const Statement& statement : explanation.statements) {
-    json["statements"].push_back(toJson(inspection, statement));
-  }
-  json["values"] = Json::array();
-  for (const Explanation::Value& value : explanation.values) {
-    json["values"].push_back(toJson(inspection, value));
-  }
-  json["generated"] = explanation.generated;
-  json["outputs"] = Json::array();
-  for (const ProbedRow& row : explanation.rows) {
-    json["outputs"].push_back({{"output", row.output},
-                               {"key", row.key},
-                               {"text", row.text},
-                               {"condition", row.condition},
-                               {"ends", row.ends}});
-  }
-  return dump(json);
+  const auto itsJson = [&](const auto& of) { return toJson(inspection, of); };
+  return dump(
+      {{"group", explanation.group},
+       {"key", explanation.key},
+       {"known", explanation.known == nullptr ? Json() : toJson(*explanation.known)},
+       {"statements", jsonList(explanation.statements, itsJson)},
+       {"values", jsonList(explanation.values, itsJson)},
+       {"generated", explanation.generated},
+       {"outputs", jsonList(explanation.rows, [](const auto& row) { return toJson(row); })}});
 }
 
 }  // namespace Cradle::Inspect

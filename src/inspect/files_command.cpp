@@ -9,20 +9,12 @@
 namespace Cradle::Inspect {
 namespace {
 
-Json toJson(const SourceFile& file) {
+JsonObject toJson(const SourceFile& file) {
   return {{"path", file.path},
           {"action", file.action == Action::PassOver ? "pass-over" : nameOf(file.action)},
           {"mode", file.mode},
           {"owner", file.owner},
           {"fault", file.fault}};
-}
-
-Json toJson(const std::vector<SourceFile>& files) {
-  Json list = Json::array();
-  for (const SourceFile& file : files) {
-    list.push_back(toJson(file));
-  }
-  return list;
 }
 
 std::vector<Page::Row> toRows(const std::vector<SourceFile>& files) {
@@ -49,8 +41,9 @@ Answer runFiles(const Options& options, std::span<const std::string> /*operands*
   std::string refusals = refusalText(inspection);
   const int status = refusals.empty() ? kFine : kFindings;
   if (options.format == OutputFormat::Json) {
-    return {dump({{"used", toJson(tree.used)}, {"passed_over", toJson(tree.passed)}}), status,
-            std::move(refusals)};
+    return {dump({{"used", jsonList(tree.used, toJson)},
+                  {"passed_over", jsonList(tree.passed, toJson)}}),
+            status, std::move(refusals)};
   }
   Page page(wantsColour(options.colour));
   page.table(toRows(tree.used));

@@ -91,20 +91,20 @@ std::string graphDot(const Graph& graph) {
 
 std::string graphJson(const Graph& graph) {
   const auto nameOf = [](const Parser::ValueName& name) { return name.first + "/" + name.second; };
-  Json keys = Json::array();
-  for (const auto& [name, key] : graph.keys) {
-    keys.push_back({{"key", nameOf(name)},
-                    {"set", key.isSet},
-                    {"place", key.place},
-                    {"overridden", key.overridden}});
-  }
-  Json references = Json::array();
-  for (const GraphReference& reference : graph.references) {
-    references.push_back({{"from", nameOf(reference.from)},
-                          {"to", nameOf(reference.to)},
-                          {"circle", reference.inCircle}});
-  }
-  return dump({{"files", graph.files}, {"keys", keys}, {"references", references}});
+  const auto keyJson = [&](const auto& key) {
+    return JsonObject{{"key", nameOf(key.first)},
+                      {"set", key.second.isSet},
+                      {"place", key.second.place},
+                      {"overridden", jsonList(key.second.overridden)}};
+  };
+  const auto referenceJson = [&](const GraphReference& reference) {
+    return JsonObject{{"from", nameOf(reference.from)},
+                      {"to", nameOf(reference.to)},
+                      {"circle", reference.inCircle}};
+  };
+  return dump({{"files", jsonList(graph.files)},
+               {"keys", jsonList(graph.keys, keyJson)},
+               {"references", jsonList(graph.references, referenceJson)}});
 }
 
 std::optional<std::string> drawSvg(const std::string& dot) {

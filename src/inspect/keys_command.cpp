@@ -32,27 +32,21 @@ std::string nameOf(const KeyReference& key) {
   return std::string(key.name.group) + "/" + std::string(key.name.key);
 }
 
-std::string jsonOf(const Keys& keys) {
-  Json list = Json::array();
-  for (const KeyReference* const key : keys) {
-    Json uses = Json::array();
-    for (const Generators::KeyUse& use : key->uses) {
-      uses.push_back({{"output", use.output},
+JsonObject toJson(const KeyReference& key) {
+  const auto toJson = [](const Generators::KeyUse& use) {
+    return JsonObject{{"output", use.output},
                       {"line", use.line},
                       {"value", use.value},
-                      {"condition", use.condition}});
-    }
-    Json& json = list.emplace_back();
-    json["group"] = key->name.group;
-    json["key"] = key->name.key;
-    json["meaning"] = key->meaning;
-    json["type"] = key->type;
-    json["list"] = !takesOne(*key);
-    json["words"] = key->words;
-    json["absent"] = key->absent;
-    json["uses"] = std::move(uses);
-  }
-  return dump({{"keys", list}});
+                      {"condition", use.condition}};
+  };
+  return {{"group", key.name.group}, {"key", key.name.key},
+          {"meaning", key.meaning},  {"type", key.type},
+          {"list", !takesOne(key)},  {"words", jsonList(key.words)},
+          {"absent", key.absent},    {"uses", jsonList(key.uses, toJson)}};
+}
+
+std::string jsonOf(const Keys& keys) {
+  return dump({{"keys", jsonList(keys, [](const auto* key) { return toJson(*key); })}});
 }
 
 void writeKey(const KeyReference& key, Page& page) {

@@ -63,14 +63,16 @@ class Show {
       : inspection_(inspection), keys_(keys) {}
 
   std::string json() const {
-    Json groups = Json::object();
-    for (const ShownKey& shown : keys_) {
-      Json& values = groups[std::string(shown.group)][std::string(shown.key)];
-      for (const Statement& statement : shown.statements) {
-        values.push_back(toJson(statement));
+    JsonObject groups;
+    for (std::size_t i = 0; i < keys_.size();) {
+      const std::string_view group = keys_[i].group;
+      JsonObject keys;
+      for (; i < keys_.size() && keys_[i].group == group; ++i) {
+        keys.push_back({keys_[i].key, toJson(keys_[i].statements)});
       }
+      groups.push_back({group, std::move(keys)});
     }
-    return dump({{"groups", groups}});
+    return dump({{"groups", std::move(groups)}});
   }
 
   // A block per group, as a file would hold it, behind the places.
@@ -117,16 +119,19 @@ class Show {
     return remark;
   }
 
-  Json toJson(const Statement& statement) const {
-    Json value = toJson(statement.assignment->place);
-    value["state"] = nameOf(statement.state);
-    value["raw"] = statement.part == nullptr ? "" : statement.part->raw;
-    value["text"] = textOf(statement);
-    value["by"] = statement.by == nullptr ? Json() : toJson(statement.by->place);
-    return value;
+  JsonList toJson(const std::vector<Statement>& statements) const {
+    return jsonList(statements, [this](const Statement& statement) {
+      const Assignment* const by = statement.by;
+      JsonObject value = toJson(statement.assignment->place);
+      value.insert(value.end(), {{"state", nameOf(statement.state)},
+                                 {"raw", statement.part == nullptr ? "" : statement.part->raw},
+                                 {"text", textOf(statement)},
+                                 {"by", by == nullptr ? Json() : toJson(by->place)}});
+      return value;
+    });
   }
 
-  Json toJson(Place place) const {
+  JsonObject toJson(Place place) const {
     return {{"file", inspection_.journal.files[place.file].path}, {"line", place.line}};
   }
 

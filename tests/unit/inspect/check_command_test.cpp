@@ -5,13 +5,15 @@
 
 #include "inspect/command_functions.h"
 #include "inspect/finding_kinds.h"
-#include "inspect/json.h"
 #include "support/inspect_program.h"
+#include "support/json_text.h"
 
 namespace Cradle::Inspect {
 namespace {
 
 using Testing::InspectProgram;
+using Testing::jsonAt;
+using Testing::jsonSizeAt;
 
 TEST(CheckCommand, EndsWellWithoutErrors) {
   const InspectProgram program;
@@ -31,17 +33,17 @@ TEST(CheckCommand, CountsWhatItFinds) {
   const Answer answer = program.run({"check"});
   EXPECT_EQ(answer.status, kFindings);
   EXPECT_NE(answer.text.find("2 errors, "), std::string::npos) << answer.text;
-  const auto document = Json::parse(program.run({"check", "--format=json"}).text);
-  EXPECT_EQ(document["errors"], 2);
-  EXPECT_EQ(document["findings"][0]["kind"], "missing-key");
-  EXPECT_EQ(document["findings"][1]["line"], 1);
+  const std::string document = program.run({"check", "--format=json"}).text;
+  EXPECT_EQ(jsonAt(document, "/errors"), "2");
+  EXPECT_EQ(jsonAt(document, "/findings/0/kind"), R"("missing-key")");
+  EXPECT_EQ(jsonAt(document, "/findings/1/line"), "1");
 }
 
 TEST(FindingsCommand, ListsEveryKind) {
   const InspectProgram program;
   const std::string text = program.text({"findings"});
-  const auto document = Json::parse(program.text({"findings", "--format=json"}));
-  EXPECT_EQ(document["kinds"].size(), findingKinds().size());
+  EXPECT_EQ(jsonSizeAt(program.text({"findings", "--format=json"}), "/kinds"),
+            findingKinds().size());
   for (const FindingKind& kind : findingKinds()) {
     EXPECT_NE(text.find(std::string(kind.name) + " ("), std::string::npos) << kind.name;
   }
