@@ -9,7 +9,7 @@ from typing import Sequence
 
 from measure.figures import Figures
 from measure.plot import plot
-from measure.site import BUILD, ROOT, Failure, run
+from measure.site import RELEASE, ROOT, Failure, run
 from measure.table import markdown
 
 DOCUMENT = ROOT / "docs/performance.md"
@@ -20,9 +20,9 @@ MARKS = re.compile(r"(<!-- measured -->\n).*(<!-- end -->\n)", re.DOTALL)
 
 def _compiler() -> str:
     """The one that built what was measured."""
-    found = COMPILER.search((BUILD / "CMakeCache.txt").read_text(encoding="utf-8"))
+    found = COMPILER.search((RELEASE / "CMakeCache.txt").read_text(encoding="utf-8"))
     if not found:
-        raise Failure(f"{BUILD} does not name its compiler")
+        raise Failure(f"{RELEASE} does not name its compiler")
     return found[1]
 
 

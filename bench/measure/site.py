@@ -6,11 +6,12 @@ from pathlib import Path
 from typing import Mapping, NamedTuple, Sequence
 
 ROOT = Path(__file__).resolve().parents[2]
+RELEASE = ROOT / "build/release"
+PROGRAM = RELEASE / "cradle-generate-config"
+PROGRAMS = RELEASE / "bench"
 BUILD = ROOT / "build/bench"
-PROGRAMS = BUILD / "bench"
 SCRATCH = BUILD / "scratch"  # a tmpfs of the run's own; see tools/bench
 RESULTS = BUILD / "results"
-PROGRAM = BUILD / "cradle-generate-config"
 
 # The whole environment of everything that is measured: also what the shell script fills in.
 ENVIRONMENT = {

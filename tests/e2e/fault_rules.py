@@ -8,7 +8,7 @@ from typing import Any, Iterable, NamedTuple
 from faults import MEMORY, Call, Fault, closes_pipe
 
 SIGABRT = 6
-SANITIZER = 99  # the status of the debug preset for an error, as of too little memory
+SANITIZER = 99  # the status of the sanitize preset for an error, as of too little memory
 OUT_OF_MEMORY = re.compile(r"out of memory|failed to (?:allocate|mmap)|allocation-size-too-big")
 CONF = r"/[cd]/[^/]*\.conf"
 OUTPUT = "/o/out"

@@ -107,11 +107,6 @@ def closes_end_of_hook(call: Call) -> bool:
     return closes_pipe(call) and call.after == "rt_sigprocmask"
 
 
-def is_a_sanitizer_s(call: Call) -> bool:
-    """Whether the call is one by which a sanitizer looks at memory, and believes what it says."""
-    return call.name == "pipe2" and call.arguments.endswith(", 0")
-
-
 def faults_of(calls: list[Call], everything: bool) -> list[Fault]:
     """The faults of a run; with everything also those before main, and unlikely ones."""
     faults = []
@@ -121,7 +116,7 @@ def faults_of(calls: list[Call], everything: bool) -> list[Fault]:
             errors = tuple(sorted({*errors, *EVERY_ERROR}))
         if call.name in MEMORY:
             errors = ("ENOMEM",)
-        if closes_end_of_hook(call) or is_a_sanitizer_s(call):
+        if closes_end_of_hook(call):
             continue
         if call.early and not everything:
             continue

@@ -20,7 +20,7 @@ from survivors import Key, ListError, read_survivors, unmatched
 from toolchain import Toolchain, Trouble
 
 ROOT = Path(__file__).parents[2]
-BUILD = ROOT / "build/clang"
+BUILD = ROOT / "build/debug"
 WORK = ROOT / "build/mutate"
 
 

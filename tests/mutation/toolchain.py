@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Builds the test programs and the program with a fault in them, from what the clang preset built.
+"""Builds the test programs and the program with a fault in them, from what the debug preset built.
 
 Only the objects that see the faulty file are compiled, without optimisation; the compiler sees the
 fault through a file system overlay, so that every path stays as it is. The rest comes from the

@@ -210,9 +210,12 @@ TEST_F(GeneratedUserTest, FailsOnAnInvalidConfigurationThoughAllFactsAreStored) 
 
 TEST_F(GeneratedUserTest, TellsWhyTheSeatHasNoUser) {
   loginLibrary();
-  const std::string told = inChildWithoutDescriptors([this] {
-    resolved(GeneratedUser::Failed, {kUnknownUser, "", "", "given", 7});
-    return log_;
+  const std::vector<std::string> directories{directory_.path("d")};
+  const std::string told = inChildWithoutDescriptors([&] {
+    const LogCapture log;
+    RunFacts facts{kUnknownUser, "", "", "given", 7};
+    EXPECT_EQ(resolveGeneratedUser(directories, facts), GeneratedUser::Failed);
+    return log.text();
   });
   EXPECT_EQ(told,
             "WARNING: Could not get sessions for seat0\n"

@@ -81,8 +81,6 @@ inline void limitDescriptors(int number) {
 inline std::string inChildWithoutDescriptors(const std::function<std::string()>& action) {
   return inChildProcess([&] {
     {
-      // A sanitizer opens a pipe to look at an object of a class that it has not met before.
-      const Parser::ConfigParser parser(-1);
       const LogCapture log;
       Parser::libraryLogger().warning() << "The log is about to be used";
     }

@@ -16,6 +16,7 @@
 #include <poll.h>
 #include <sys/timerfd.h>
 #include <sys/types.h>
+#include <systemd/sd-login.h>
 #include <unistd.h>
 
 namespace {
@@ -62,16 +63,16 @@ int sd_seat_get_sessions(const char* /*seat*/, char*** /*sessions*/, uid_t** use
   return 1;
 }
 
-int sd_login_monitor_new(const char* /*category*/, char** created) {
-  *created = &monitor;
+int sd_login_monitor_new(const char* /*category*/, sd_login_monitor** created) {
+  *created = reinterpret_cast<sd_login_monitor*>(&monitor);
   return 0;
 }
 
-char* sd_login_monitor_unref(char* /*monitor*/) {
+sd_login_monitor* sd_login_monitor_unref(sd_login_monitor* /*monitor*/) {
   return nullptr;
 }
 
-int sd_login_monitor_flush(char* /*monitor*/) {
+int sd_login_monitor_flush(sd_login_monitor* /*monitor*/) {
   std::fprintf(stderr, "flushed\n");
   if (isSeat("busy")) {
     std::uint64_t expirations = 0;
@@ -80,7 +81,7 @@ int sd_login_monitor_flush(char* /*monitor*/) {
   return 0;
 }
 
-int sd_login_monitor_get_fd(char* /*monitor*/) {
+int sd_login_monitor_get_fd(sd_login_monitor* /*monitor*/) {
   login.fd = timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK);
   if (!isSeat("left alone") && !isSeat("unannounced")) {
     timerfd_settime(login.fd, 0, isSeat("busy") ? &kLater : &kSoon, nullptr);
@@ -88,11 +89,11 @@ int sd_login_monitor_get_fd(char* /*monitor*/) {
   return login.fd;
 }
 
-int sd_login_monitor_get_events(char* /*monitor*/) {
+int sd_login_monitor_get_events(sd_login_monitor* /*monitor*/) {
   return login.events;
 }
 
-int sd_login_monitor_get_timeout(char* /*monitor*/, std::uint64_t* microseconds) {
+int sd_login_monitor_get_timeout(sd_login_monitor* /*monitor*/, std::uint64_t* microseconds) {
   if (!isSeat("unannounced")) {
     return -1;
   }
