@@ -142,7 +142,6 @@ std::optional<Options> parseOptions(std::span<char*> arguments, std::string& err
   const GetoptTables tables;
   Options options;
   optind = 0;  // begins anew
-  opterr = 0;
   const int count = static_cast<int>(arguments.size());
   for (;;) {
     const int answer = getopt_long(count, arguments.data(), tables.letters.c_str(),

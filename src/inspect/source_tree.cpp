@@ -3,9 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 
 #include <sys/stat.h>
 
@@ -66,7 +64,6 @@ SourceFile lookAt(std::string path, Action action, const SourceKind* kind) {
   SourceFile file{.path = std::move(path), .action = action, .kind = kind};
   struct stat status {};
   if (stat(file.path.c_str(), &status) != 0) {
-    file.fault = std::strerror(errno);
     return file;
   }
   file.mode = octalMode(status.st_mode);

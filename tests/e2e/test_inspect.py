@@ -169,6 +169,28 @@ def test_a_reader_that_goes_away_is_no_trouble_worth_a_word(host: Host) -> None:
     assert host.read("/status") == "0\n"
 
 
+def test_findings_are_findings_though_nobody_reads_them(host: Host) -> None:
+    host.conf("[Display]\nDensty=1\n")
+    program = f"{inspector()} --user-id 1000 --config /c --strict check"
+    script = f"{{ sleep 0.3; {program}; echo $? >/status; }} | true"
+    assert host.run("-c", script, program="/bin/sh") == (0, "", "")
+    assert host.read("/status") == "1\n"
+
+
+def test_what_is_wrong_comes_before_what_is_shown(host: Host) -> None:
+    host.conf("[A]\nKey=1\nbad\n")
+    result = host.run("-u1000", "-c/c", "show", program=inspector(), redirect="2>&1")
+    first, *rest = result.stdout.splitlines()
+    assert first.startswith("/c/10-base.conf:3: error: ") and "[A]" in rest
+
+
+def test_a_missing_standard_input_is_an_empty_one(host: Host) -> None:
+    host.conf("[A]\nKey=${system:cat 2>/dev/null || echo closed}:\n")
+    words = ("-u1000", "-c/c", "--run", "explain", "A/Key")
+    result = host.run(*words, program=inspector(), redirect="<&-")
+    assert "A/Key = :\n" in result.stdout
+
+
 def test_an_output_that_fills_up_is_trouble(host: Host) -> None:
     host.conf("[A]\nK=1\n")
     result = host.run("-u1000", "-c/c", "show", program=inspector(), redirect=">/dev/full")

@@ -13,10 +13,10 @@ using Testing::InspectionBench;
 
 TEST(CheckContributions, FindsLinesOfFragmentsThatDoNotSurvive) {
   const InspectionBench bench({{"1.conf", ""},
-                               {"static/a.lxc", "lxc.a = b\n# $HOME; x\n"},
+                               {"static/a.lxc", "lxc.a = b\n\n# $HOME; x\n"},
                                {"static/b.ro/file", ""},
                                {"static/c.ro", "ro.a=b"}});
-  const std::string line = "static/a.lxc:2 changed-by-reading-back The line becomes '# $HOME; x', ";
+  const std::string line = "static/a.lxc:3 changed-by-reading-back The line becomes '# $HOME; x', ";
   EXPECT_EQ(bench.found(checkContributions),
             line +
                 "which changes when a generated configuration is read back: ';' separates "
@@ -24,6 +24,12 @@ TEST(CheckContributions, FindsLinesOfFragmentsThatDoNotSurvive) {
                 line +
                 "which changes when a generated configuration is read back: '$' begins a "
                 "template.\n");
+}
+
+TEST(CheckContributions, FindsNothingInOtherCharacters) {
+  constexpr std::string_view kText("a\0b\n", 4);
+  const InspectionBench bench({{"1.conf", ""}, {"static/a.lxc", kText}});
+  EXPECT_EQ(bench.found(checkContributions), "");
 }
 
 TEST(CheckContributions, RunsHooksOnlyWhenItMay) {

@@ -32,6 +32,11 @@ TEST(CheckLosses, DoesNotGuessTheGroupBehindABadLine) {
   EXPECT_EQ(bench.found(checkLosses), "");
 }
 
+TEST(CheckLosses, SaysNothingOfClearingsBehindABadLine) {
+  const InspectionBench bench({{"1.conf", "[Bad\nK=a\n"}, {"2.conf", "[Bad\nK=\n"}});
+  EXPECT_EQ(bench.found(checkLosses), "");
+}
+
 TEST(CheckLosses, HasNoneWhereAllValuesCount) {
   const InspectionBench bench({{"1.conf", "[Own]\nK=a\n"}, {"2.conf", "[Own]\nK=b\n"}});
   EXPECT_EQ(bench.found(checkLosses), "");

@@ -36,6 +36,11 @@ TEST(CheckNames, NamesTheFirstLineOfAKeyThatIsAssignedTwice) {
             "1.conf:4 unknown-group [Own] is no group that is known. Nothing reads its keys.\n");
 }
 
+TEST(CheckNames, NamesTheFirstLineOfAGroupWhoseFirstKeyIsAssignedTwice) {
+  const InspectionBench bench({{"1.conf", "[Own thing]\nB=1\nA=2\nB=3\n"}});
+  EXPECT_TRUE(bench.found(checkNames).starts_with("1.conf:2 unknown-group "));
+}
+
 TEST(CheckNames, NamesTheFirstFileOfAnUnknownGroup) {
   const InspectionBench bench(
       {{"1.conf", "[Own thing]\nB=1\n"}, {"2.conf", "[Own thing]\nA=2\nC=3\n"}});

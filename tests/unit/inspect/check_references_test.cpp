@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "inspect/findings.h"
+#include "support/environment_variable.h"
 #include "support/inspection_bench.h"
 
 namespace Cradle::Inspect {
@@ -46,6 +47,21 @@ TEST(CheckReferences, FindsTextThatDoesNotSurviveAGeneratedConfiguration) {
   EXPECT_EQ(bench.found(checkReferences),
             "1.conf:2 changed-by-reading-back A/K becomes '$x', which changes when a generated "
             "configuration is read back: '$' begins a template.\n");
+}
+
+TEST(CheckReferences, FindsTemplatesInWhatTemplatesGive) {
+  const Testing::EnvironmentVariable variable("CRADLE_TEST", "a${USER}");
+  const InspectionBench bench({{"1.conf", "[A]\nK=${env:CRADLE_TEST}\n"}});
+  EXPECT_EQ(bench.found(checkReferences),
+            "1.conf:2 changed-by-reading-back A/K becomes 'a${USER}', which changes when a "
+            "generated configuration is read back: '$' begins a template.\n");
+}
+
+TEST(CheckReferences, FindsWhatIsMissingBeforeWhatDoesNotSurvive) {
+  const InspectionBench bench({{"1.conf", "[A]\nK=$$${config:A/L}\n"}});
+  const std::string found = bench.found(checkReferences);
+  EXPECT_TRUE(found.starts_with("1.conf:2 missing-reference ")) << found;
+  EXPECT_NE(found.find("\n1.conf:2 changed-by-reading-back "), std::string::npos) << found;
 }
 
 TEST(CheckReferences, SaysOfTextInACircleOnlyThatItIsEmpty) {

@@ -57,6 +57,28 @@ TEST(CheckSources, FindsWhatNothingReads) {
       "mean mount-hooks?).\n");
 }
 
+TEST(CheckSources, AsksForDirectoriesThatAreNearlyMeant) {
+  const InspectionBench bench(
+      {{"stttik/a", ""}, {"static_", ""}, {"mount-hook", ""}, {"static.d/a", ""}});
+  EXPECT_EQ(
+      foundInside(bench),
+      "mount-hook:0 ignored-file Nothing reads it: its name is not *.conf.\n"
+      "static.d/:0 ignored-file Nothing reads it: nothing is read in this directory (did you mean "
+      "static?).\n"
+      "static_:0 ignored-file Nothing reads it: its name is not *.conf.\n"
+      "stttik/:0 ignored-file Nothing reads it: nothing is read in this directory (did you mean "
+      "static?).\n");
+}
+
+TEST(CheckSources, FindsEverythingAboutOneHook) {
+  const InspectionBench bench({{"mount-hooks/a b.sh", ""}});
+  setMode(bench, "mount-hooks/a b.sh", 0777);
+  EXPECT_EQ(foundInside(bench),
+            "mount-hooks/a b.sh:0 hook-name The shell takes its path apart: ' ' is special to it.\n"
+            "mount-hooks/a b.sh:0 others-may-write Others may change it (mode 0777), and with it "
+            "what root runs.\n");
+}
+
 TEST(CheckSources, FindsWhoMayWrite) {
   const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/.a", ""}});
   setMode(bench, "1.conf", 0646);
@@ -67,6 +89,13 @@ TEST(CheckSources, FindsWhoMayWrite) {
       "runs.\n"
       "mount-hooks:0 others-may-write Others may change it (mode 1777), and with it what root "
       "runs.\n");
+}
+
+TEST(CheckSources, FindsWhoMayWriteToADirectoryThoughTheyCannotExchangeFiles) {
+  const InspectionBench bench({{"1.conf", ""}});
+  setMode(bench, "", 01777);
+  EXPECT_NE(bench.found(checkSources).find(bench.directory.path() + ":0 others-may-write "),
+            std::string::npos);
 }
 
 TEST(CheckSources, TrustsOneGroupAlone) {
@@ -103,6 +132,15 @@ TEST(CheckSources, FindsWhoMayExchangeLinksAndWhatTheyLeadTo) {
   }
 }
 
+TEST(CheckSources, FindsWhoMayExchangeWhatALinkLeadsTo) {
+  InspectionBench bench({{"open/real/.a", ""}});
+  std::filesystem::create_directory_symlink("open/real", bench.directory.path("link"));
+  setMode(bench, "open", 0777);
+  bench.settings.directories = {bench.directory.path("link")};
+  bench.lookAgain();
+  EXPECT_EQ(foundInside(bench).substr(0, 24), "open:0 others-may-write ");
+}
+
 TEST(CheckSources, TrustsWhoLooks) {
   const InspectionBench bench({{"1.conf", ""}});
   if (geteuid() == 0) {
@@ -130,6 +168,20 @@ TEST(CheckSources, FindsDirectoriesThatTheUserCannotRead) {
   setMode(bench, "mount-hooks", 0755);
 }
 
+TEST(CheckSources, TellsWhoMayWriteBeforeWhatCannotBeRead) {
+  const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/a.sh", ""}});
+  setMode(bench, "", 0755);
+  setMode(bench, "mount-hooks", 0733);
+  std::string found;
+  {
+    const OrdinaryUser user;
+    found = foundInside(bench);
+  }
+  setMode(bench, "mount-hooks", 0755);
+  EXPECT_LT(found.find("mount-hooks:0 others-may-write "),
+            found.find("mount-hooks:0 unreadable-directory "));
+}
+
 TEST(CheckSources, FindsGeneratedConfigurationsAmongTheirSources) {
   const InspectionBench bench(
       {{"1.conf", "[A]\nK=1\n"}, {"2.conf", "[GeneratedConfig]\nUser=u\n"}});
@@ -143,6 +195,27 @@ TEST(CheckSources, FindsGeneratedConfigurationsAmongTheirSources) {
   EXPECT_EQ(foundInside(bench),
             "2.conf:0 stale-generated This generated configuration lies among its sources and is "
             "older than 1.conf, but its values come after those.\n");
+}
+
+TEST(CheckSources, NamesTheFirstOfTheNewestSources) {
+  const InspectionBench bench(
+      {{"0.conf", ""}, {"1.conf", ""}, {"2.conf", "[GeneratedConfig]\nUser=u\n"}, {"3.conf", ""}});
+  const auto now = std::filesystem::last_write_time(bench.directory.path("2.conf"));
+  for (const char* const name : {"1.conf", "3.conf"}) {
+    std::filesystem::last_write_time(bench.directory.path(name), now + std::chrono::seconds(1));
+  }
+  EXPECT_NE(foundInside(bench).find(" is older than 1.conf, "), std::string::npos);
+}
+
+TEST(CheckSources, ComparesTimesToTheNanosecond) {
+  const InspectionBench bench({{"1.conf", ""}, {"2.conf", "[GeneratedConfig]\nUser=u\n"}});
+  const auto second = std::chrono::floor<std::chrono::seconds>(
+      std::filesystem::last_write_time(bench.directory.path("1.conf")));
+  std::filesystem::last_write_time(bench.directory.path("2.conf"),
+                                   second + std::chrono::milliseconds(200));
+  std::filesystem::last_write_time(bench.directory.path("1.conf"),
+                                   second + std::chrono::milliseconds(700));
+  EXPECT_NE(foundInside(bench).find("2.conf:0 stale-generated "), std::string::npos);
 }
 
 TEST(CheckSources, TellsWhatComesOfStaleGeneratedConfigurations) {

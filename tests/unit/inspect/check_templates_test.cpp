@@ -38,6 +38,15 @@ TEST(CheckTemplates, FindsEveryKindOfMistake) {
       "1.conf:9 command-not-run '${system:echo}' is a command, which has not been run.\n");
 }
 
+TEST(CheckTemplates, AsksForEachNameThatIsNearlyMeant) {
+  for (const std::string name : {"HOME", "INSTANCE", "ODM_DIR", "USER", "USER_ID"}) {
+    const std::string text = "[A]\nB=${" + name + "X}\n";
+    const InspectionBench bench({{"1.conf", text}});
+    const std::string question = "(did you mean " + name + "?)";
+    EXPECT_NE(bench.found(checkTemplates).find(question), std::string::npos) << name;
+  }
+}
+
 TEST(CheckTemplates, FindsWhatMightKeepARunWaiting) {
   const InspectionBench bench({{"1.conf", "[A]\nB=${envfile:/dev/zero:X}\n"}});
   EXPECT_EQ(bench.found(checkTemplates),

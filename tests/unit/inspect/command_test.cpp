@@ -15,6 +15,7 @@ TEST(Commands, AreNamedOnceAndDescribed) {
     EXPECT_TRUE(names.insert(command.name).second) << command.name;
     EXPECT_FALSE(command.help.empty()) << command.name;
     EXPECT_LE(command.fewest, command.most);
+    EXPECT_LE(command.most, 1U) << command.name;
     EXPECT_EQ(command.most == 0, command.operands.empty()) << command.name;
     EXPECT_EQ(command.fewest < command.most, command.operands.starts_with('[')) << command.name;
     EXPECT_NE(command.run, nullptr);

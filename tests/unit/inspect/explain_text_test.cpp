@@ -69,6 +69,13 @@ TEST(ExplainText, FollowsReferences) {
       << text;
 }
 
+TEST(ExplainText, ColoursWhatItRemarks) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[O]\nK=${config:O/L}${config:O/L}\nL=${config:O/M}\nM=m\n");
+  const std::string text = program.text({"explain", "O/K", "--color=always"});
+  EXPECT_NE(text.find("\x1b[36m# as above\x1b[0m"), std::string::npos) << text;
+}
+
 TEST(ExplainText, FollowsNoReferenceTwice) {
   const InspectProgram program;
   program.directory.write("1.conf",

@@ -15,7 +15,7 @@ using Testing::InspectionBench;
 TEST(GeneratedFiles, AreThoseWithTheUserOfARun) {
   const InspectionBench bench({{"1.conf", "[GeneratedConfig]\nUser=a\nUser=b\n"},
                                {"2.conf", "[Config]\nUser=c\n"},
-                               {"3.conf", "[GeneratedConfig]\nUser=d\n"}});
+                               {"3.conf", "[GeneratedConfig]\nUser=d\nUser=e\n"}});
   EXPECT_EQ(generatedFiles(bench.inspection.journal), (std::vector<std::uint32_t>{0, 2}));
 }
 

@@ -30,6 +30,13 @@ TEST(Inspection, LeavesUnknownNamesAsTheyAre) {
   EXPECT_EQ(text, "${HOME} ${USER} ${USER_ID} default");
 }
 
+TEST(Inspection, KnowsNoTemplateWithoutAName) {
+  InspectionBench bench({{"1.conf", "[A]\nK=${}\n"}});
+  bench.settings.userId = Testing::unusedUserId();
+  bench.lookAgain();
+  EXPECT_FALSE(bench.inspection.parser().hasKey("A", "K"));
+}
+
 TEST(Inspection, TakesTheFactsOfAGeneratedConfiguration) {
   constexpr const char* kFacts =
       "[GeneratedConfig]\nUserId=7\nUser=u\nHome=/u\nInstance=i\nBaseUid=0\n";
@@ -51,6 +58,9 @@ TEST(Inspection, TakesNoFactsThatMightKeepItWaiting) {
   const std::string more = "Instance=${INSTANCE}${envfile:/dev/zero:X}${INSTANCE}\n";
   const InspectionBench fine({{"1.conf", kFacts}}, InspectionBench::OutputType::Lxc);
   EXPECT_EQ(fine.inspection.run->facts.user, "u");
+  const InspectionBench named({{"1.conf", std::string(kFacts) + "Instance=${INSTANCE}\n"}},
+                              InspectionBench::OutputType::Lxc);
+  EXPECT_EQ(named.inspection.run->facts.user, "u");
   const InspectionBench bench({{"1.conf", kFacts + more}}, InspectionBench::OutputType::Lxc);
   EXPECT_EQ(bench.inspection.run->facts.user, Testing::thisUser().name);
 }

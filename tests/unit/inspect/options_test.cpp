@@ -63,6 +63,12 @@ TEST(Options, EndAtTwoHyphens) {
   EXPECT_EQ(parsed.options->words, std::vector<std::string>{"-x"});
 }
 
+TEST(Options, ChooseTextByItsName) {
+  const Parsed parsed = parse({"--format=json", "--format=text"});
+  ASSERT_TRUE(parsed.options);
+  EXPECT_EQ(parsed.options->format, OutputFormat::Text);
+}
+
 TEST(Options, MakeColourWanted) {
   EXPECT_TRUE(wantsColour(ColourMode::Always));
   EXPECT_FALSE(wantsColour(ColourMode::Never));
@@ -76,19 +82,27 @@ TEST(Options, HaveHelpOfTheirOwn) {
 
 // Failures
 
+// What is said of words that are refused.
+std::string complaint(const std::vector<std::string>& words) {
+  Parsed parsed = parse(words);
+  EXPECT_FALSE(parsed.options);
+  return parsed.errors;
+}
+
 TEST(Options, AreRefusedWithAReason) {
-  EXPECT_EQ(parse({"--nope"}).errors, "--nope: unknown option\n");
-  EXPECT_EQ(parse({"-x"}).errors, "-x: unknown option\n");
-  EXPECT_EQ(parse({"-axz", "check"}).errors, "-x: unknown option\n");
-  EXPECT_EQ(parse({"--co"}).errors, "--co: unknown option\n");
-  EXPECT_EQ(parse({"--config"}).errors, "--config: its value is missing\n");
-  EXPECT_EQ(parse({"-ac"}).errors, "-c: its value is missing\n");
-  EXPECT_EQ(parse({"--all=1"}).errors, "--all: takes no value\n");
-  EXPECT_EQ(parse({"--format", "yaml"}).errors, "'yaml' is none of: text json svg\n");
-  EXPECT_EQ(parse({"--format", "\n\x1b"}).errors, "'\\n\\x1b' is none of: text json svg\n");
-  EXPECT_EQ(parse({"--color=blue"}).errors, "'blue' is none of: auto always never\n");
-  EXPECT_EQ(parse({"--user-id", "x"}).errors, "--user-id: x does not look like an integer.\n");
-  EXPECT_EQ(parse({"--type", "x"}).errors,
+  EXPECT_EQ(complaint({"--nope"}), "--nope: unknown option\n");
+  EXPECT_EQ(complaint({"-x"}), "-x: unknown option\n");
+  EXPECT_EQ(complaint({"-~"}), "-~: unknown option\n");
+  EXPECT_EQ(complaint({"-axz", "check"}), "-x: unknown option\n");
+  EXPECT_EQ(complaint({"--co"}), "--co: unknown option\n");
+  EXPECT_EQ(complaint({"--config"}), "--config: its value is missing\n");
+  EXPECT_EQ(complaint({"-ac"}), "-c: its value is missing\n");
+  EXPECT_EQ(complaint({"--all=1"}), "--all: takes no value\n");
+  EXPECT_EQ(complaint({"--format", "yaml"}), "'yaml' is none of: text json svg\n");
+  EXPECT_EQ(complaint({"--format", "\n\x1b"}), "'\\n\\x1b' is none of: text json svg\n");
+  EXPECT_EQ(complaint({"--color=blue"}), "'blue' is none of: auto always never\n");
+  EXPECT_EQ(complaint({"--user-id", "x"}), "--user-id: x does not look like an integer.\n");
+  EXPECT_EQ(complaint({"--type", "x"}),
             "Invalid value for --type. It must be one of \"config\", \"property\" and \"lxc\".\n");
 }
 

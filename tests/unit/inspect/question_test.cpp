@@ -23,6 +23,7 @@ TEST(Question, KnowsTheGroupsAndKeysOfTheTables) {
   EXPECT_EQ(questionForKey("Config", "Hostname "),
             " (its name ends with a blank; did you mean Hostname?)");
   EXPECT_EQ(questionForKey("Config", "Nothing of the kind"), "");
+  EXPECT_EQ(questionForKey("No group", "Nothing of the kind"), "");
   EXPECT_TRUE(isKnownGroup("Display"));
   EXPECT_FALSE(isKnownGroup("Dispaly"));
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "inspect/readability.h"
 
+#include <fstream>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -68,6 +70,20 @@ TEST(Readability, ListsNothingThatIsNoDirectory) {
   const TemporaryDirectory directory;
   EXPECT_EQ(whyNotListed(directory.write("a", "")), "");
   EXPECT_EQ(whyNotListed(directory.path("none")), "");
+}
+
+// The kernel reads 256 characters of a script, and takes the interpreter's name for cut off.
+TEST(Readability, KnowsHowMuchOfTheFirstLineTheKernelSees) {
+  const auto faultWithLine = [](std::size_t length) {
+    const TemporaryDirectory directory;
+    const std::size_t name = length - std::string_view("#!/").size() - directory.path().size();
+    const std::string interpreter = directory.writeScript(std::string(name, 'i'), "");
+    const std::string script = directory.writeScript("script", "");
+    std::ofstream(script) << "#!" << interpreter;
+    return whyNotRunnable(script);
+  };
+  EXPECT_EQ(faultWithLine(256), "");
+  EXPECT_TRUE(faultWithLine(257).ends_with(": No such file or directory"));
 }
 
 // What keeps a script from being run that begins like this.

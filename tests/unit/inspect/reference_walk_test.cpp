@@ -74,6 +74,11 @@ TEST(ReferenceWalk, NamesACircle) {
   EXPECT_EQ(walked(JournalBench({"[G]\nA=${config:G/A}\n"})), "1 A = ${config:G/A}\nG/A -> G/A");
 }
 
+TEST(ReferenceWalk, EndsAtTheFirstCircle) {
+  EXPECT_EQ(walked(JournalBench({"[G]\nA=${config:G/A}${config:G/B}\nB=x\n"})),
+            "1 A = ${config:G/A}${config:G/B}\nG/A -> G/A");
+}
+
 // A chain of so many values, the last one plain.
 std::string chain(int count) {
   std::string text = "[G]\nA=${config:G/K1}\n";
@@ -90,6 +95,7 @@ TEST(ReferenceWalk, EndsWhereAResolutionDoes) {
   const JournalBench tooLong({chain(34)});
   EXPECT_TRUE(walked(tooLong).ends_with("33 K33 = x\ntoo deep"));
   EXPECT_FALSE(resolves(tooLong));
+  EXPECT_TRUE(walked(JournalBench({chain(40)})).ends_with("33 K33 = ${config:G/K34}\ntoo deep"));
 }
 
 }  // namespace

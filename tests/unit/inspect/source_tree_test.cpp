@@ -102,6 +102,16 @@ TEST(SourceTree, TellsWhatIsPassedOverAndWhy) {
             ".a.conf: its name begins with '.'\nstatic/a.sh: its name is not *.lxc or *.ro\n");
 }
 
+TEST(SourceTree, PassesOverFilesWithTheNamesOfDirectories) {
+  const InspectionBench bench({{"static", ""}, {"mount-hooks", ""}});
+  EXPECT_EQ(listed(bench, findSources(bench.inspection).passed), "- mount-hooks\n- static\n");
+}
+
+TEST(SourceTree, PassesOverFilesInTheOrderOfTheirNames) {
+  const InspectionBench bench({{"e", ""}, {"b", ""}, {"d", ""}, {"a", ""}, {"f", ""}, {"c", ""}});
+  EXPECT_EQ(listed(bench, findSources(bench.inspection).passed), "- a\n- b\n- c\n- d\n- e\n- f\n");
+}
+
 TEST(SourceTree, TellsModeAndOwner) {
   InspectionBench bench({{"1.conf", ""}});
   std::filesystem::permissions(bench.directory.path("1.conf"), std::filesystem::perms(0640));

@@ -66,6 +66,8 @@ TEST(Substitution, StartsCommandsOnlyWhenItMay) {
 
 TEST(Substitution, NamesTheFileOfAnEnvironmentFileAlone) {
   EXPECT_EQ(fileOf("envfile:/a:B"), "/a");
+  EXPECT_EQ(fileOf("envfile:/a:"), "/a");
+  EXPECT_EQ(fileOf("envfile:/a:B:C"), "/a");
   EXPECT_EQ(fileOf("envfile:/a"), "");
   EXPECT_EQ(fileOf("system:/a:B"), "");
 }

@@ -70,6 +70,16 @@ TEST(UnifiedDiff, PartsChangesThatStandFarApart) {
   EXPECT_NE(text.find("@@ -17,7 +17,7 @@"), std::string::npos);
 }
 
+TEST(UnifiedDiff, PartsChangesThatHaveOneLineMoreBetweenThemThanBothShow) {
+  const std::string before = numbers(1, 30);
+  std::string after = before;
+  after.replace(after.find("5\n"), 1, "x");
+  after.replace(after.find("13\n"), 2, "y");
+  const std::string text = diff(before, after);
+  EXPECT_NE(text.find("@@ -2,7 +2,7 @@"), std::string::npos) << text;
+  EXPECT_NE(text.find("@@ -10,7 +10,7 @@"), std::string::npos) << text;
+}
+
 TEST(UnifiedDiff, TellsWhereALineFeedIsMissing) {
   EXPECT_EQ(diff("a", "a\n"),
             "--- old\n+++ new\n@@ -1,1 +1,1 @@\n-a\n\\ No newline at end of file\n+a");
