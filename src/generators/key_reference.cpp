@@ -192,7 +192,7 @@ bool isOnlyWrittenWhenThere(const ConfigKey& name) {
     if (same(row.source, name)) {
       const bool needsIt = row.condition != nullptr && noteOf(*row.condition).needsSource;
       written = true;
-      always = needsIt ? always : true;
+      always = always || !needsIt;
     }
   });
   return written && !always;

@@ -49,7 +49,7 @@ JsonObject toJson(const FindingKind& kind) {
 }
 
 std::string jsonOf(const std::vector<Finding>& findings) {
-  const auto toJson = [](const Finding& finding) {
+  const auto findingJson = [](const Finding& finding) {
     return JsonObject{{"kind", finding.kind->name},
                       {"severity", nameOf(finding.kind->severity)},
                       {"file", std::string_view(finding.path)},
@@ -57,7 +57,7 @@ std::string jsonOf(const std::vector<Finding>& findings) {
                       {"sentence", std::string_view(finding.sentence)},
                       {"advice", std::string_view(finding.advice)}};
   };
-  return dump({{"findings", jsonList(findings, toJson)},
+  return dump({{"findings", jsonList(findings, findingJson)},
                {"errors", countOf(findings, Severity::Error)},
                {"warnings", countOf(findings, Severity::Warning)},
                {"notes", countOf(findings, Severity::Note)}});

@@ -17,13 +17,15 @@ bool isDirectory(const std::string& path) {
   return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-void checkDirectory(const std::string& directory, Findings& findings) {
+// Whether all that is in it is seen.
+bool checkDirectory(const std::string& directory, Findings& findings) {
   const std::string fault = whyNotListed(directory);
   if (!fault.empty()) {
     findings.add(FindingId::UnreadableDirectory, directory, 0, {fault});
   } else if (!isDirectory(directory)) {
     findings.add(FindingId::MissingDirectory, directory, 0, {});
   }
+  return fault.empty();
 }
 
 void checkFile(const ReadFile& file, Findings& findings) {
@@ -39,13 +41,14 @@ void checkFile(const ReadFile& file, Findings& findings) {
 }  // namespace
 
 void checkFiles(const Inspection& inspection, Findings& findings) {
+  bool allIsSeen = true;
   for (const std::string& directory : inspection.directories()) {
-    checkDirectory(directory, findings);
+    allIsSeen = checkDirectory(directory, findings) && allIsSeen;
   }
   for (const ReadFile& file : inspection.journal.files) {
     checkFile(file, findings);
   }
-  if (inspection.journal.files.empty()) {
+  if (inspection.journal.files.empty() && allIsSeen) {
     findings.add(FindingId::NoConfiguration, "", 0, {join(inspection.directories(), ", ")});
   }
   const std::uint32_t user = inspection.settings.userId;

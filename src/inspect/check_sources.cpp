@@ -103,12 +103,16 @@ class SourceCheck {
       return;
     }
     checkAccess(path, 0);
+    checkParents(path);
+    // Of what is in it, nobody could tell more than that.
+    if (!whyNotListed(path).empty()) {
+      return;
+    }
     for (const std::string_view name : sourceDirectories()) {
       const std::string below = path + "/" + std::string(name);
       checkAccess(below, 0);
       checkListing(below);
     }
-    checkParents(path);
   }
 
   void checkListing(const std::string& directory) {

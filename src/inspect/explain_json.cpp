@@ -5,7 +5,7 @@
 #include <array>
 #include <iterator>
 
-#include "inspect/json.h"
+#include "inspect/statement_json.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -36,38 +36,29 @@ JsonObject toJson(const ProbedRow& row) {
           {"ends", row.ends}};
 }
 
-JsonObject toJson(const Inspection& inspection, Place place) {
-  return {{"file", inspection.journal.files[place.file].path}, {"line", place.line}};
-}
-
 JsonObject toJson(const Inspection& inspection, const Statement& statement) {
-  const Part* const part = statement.part;
-  const Assignment* const by = statement.by;
-  JsonObject json = toJson(inspection, statement.assignment->place);
-  json.insert(json.end(),
-              {{"state", nameOf(statement.state)},
-               {"raw", part == nullptr ? "" : part->raw},
-               {"by", by == nullptr ? Json() : toJson(inspection, by->place)},
-               {"substitutions",
-                part == nullptr ? JsonList() : jsonList(part->substitutions, [](const auto& made) {
-                  return toJson(made);
-                })}});
+  JsonObject json = statementJson(inspection.journal, statement);
+  json.push_back({"substitutions", statement.part == nullptr
+                                       ? JsonList()
+                                       : jsonList(statement.part->substitutions,
+                                                  [](const auto& made) { return toJson(made); })});
   return json;
 }
 
 JsonObject toJson(const Inspection& inspection, const ReferenceStep& step) {
   JsonObject json{{"depth", step.depth},
-                  {"key", step.name->first + "/" + step.name->second},
+                  {"key", nameOfKey(step.name->first, step.name->second)},
                   {"set", step.value.part != nullptr}};
   if (step.value.part != nullptr) {
     json.push_back({"text", inspection.textOf(step.value.part->value)});
-    std::ranges::move(toJson(inspection, step.value.assignment->place), std::back_inserter(json));
+    std::ranges::move(placeJson(inspection.journal, step.value.assignment->place),
+                      std::back_inserter(json));
   }
   return json;
 }
 
 JsonObject toJson(const Inspection& inspection, const Explanation::Value& value) {
-  JsonObject json = toJson(inspection, value.statement->assignment->place);
+  JsonObject json = placeJson(inspection.journal, value.statement->assignment->place);
   json.insert(json.end(), {{"text", value.text},
                            {"fits", value.fits},
                            {"resolution", kEnds.at(static_cast<std::size_t>(value.walk.end))},

@@ -175,7 +175,7 @@ class ExplainText {
 
   Page::Row rowOf(const ReferenceStep& step) const {
     const std::string indent(kMargin * (step.depth - 1), ' ');
-    const std::string name = indent + step.name->first + "/" + step.name->second;
+    const std::string name = indent + nameOfKey(step.name->first, step.name->second);
     if (step.value.part == nullptr) {
       return {{name}, {"is not set", Tone::Error}};
     }

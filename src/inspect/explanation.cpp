@@ -35,7 +35,7 @@ Explanation::Explanation(const Inspection& inspection, std::string_view groupNam
     return;
   }
   const std::string name = group + "/" + key;
-  generated = generatedLine(inspection, key, *history);
+  generated = isRefusedLine(group) ? "" : generatedLine(inspection, key, *history);
   statements = statementsOf(*history, takesOne(group, key));
   ValueFacts facts(inspection);
   for (const Statement& statement : statements) {

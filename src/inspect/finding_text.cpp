@@ -26,8 +26,9 @@ std::string textOf(Findings& findings, bool (*counts)(const Finding&)) {
   return page.text();
 }
 
-bool isError(const Finding& finding) {
-  return finding.kind->severity == Severity::Error;
+bool keepsFromReading(const Finding& finding) {
+  return finding.kind->severity == Severity::Error ||
+         finding.kind->id == FindingId::UnreadableDirectory;
 }
 
 bool keepsRunsWaiting(const Finding& finding) {
@@ -49,7 +50,7 @@ void putFinding(Page& page, const Finding& finding) {
 std::string refusalText(const Inspection& inspection) {
   Findings findings(inspection.journal);
   checkFiles(inspection, findings);
-  return textOf(findings, isError);
+  return textOf(findings, keepsFromReading);
 }
 
 std::string waitText(const Inspection& inspection) {

@@ -12,7 +12,8 @@ namespace Cradle::Inspect {
 // Appends "PATH:LINE: SEVERITY: SENTENCE [KIND]".
 void putFinding(Page& page, const Finding& finding);
 
-// The lines of what keeps a run from reading its configuration: nothing where all is well.
+// The lines of what keeps a run, or whoever looks, from reading its configuration: nothing where
+// all is well.
 std::string refusalText(const Inspection& inspection);
 
 // The same of what might keep a run waiting for ever: pipes and devices that it reads.

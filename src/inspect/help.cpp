@@ -22,7 +22,7 @@ std::string helpText() {
   Page page(false);
   page.line(std::string("Usage: ") + kProgram + " [OPTION]... COMMAND [OPERAND]");
   page.line("Shows where the values of a configuration come from, what is wrong with it, and what");
-  page.line("would become of it. Changes nothing, and starts nothing without --run.");
+  page.line("would become of it. Changes nothing, and starts no command or hook without --run.");
   std::vector<Page::Row> rows;
   for (const Command& command : commands()) {
     rows.push_back({{std::string(command.name) + " " + std::string(command.operands)},

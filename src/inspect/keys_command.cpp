@@ -33,7 +33,7 @@ std::string nameOf(const KeyReference& key) {
 }
 
 JsonObject toJson(const KeyReference& key) {
-  const auto toJson = [](const Generators::KeyUse& use) {
+  const auto useJson = [](const Generators::KeyUse& use) {
     return JsonObject{{"output", use.output},
                       {"line", use.line},
                       {"value", use.value},
@@ -42,7 +42,7 @@ JsonObject toJson(const KeyReference& key) {
   return {{"group", key.name.group}, {"key", key.name.key},
           {"meaning", key.meaning},  {"type", key.type},
           {"list", !takesOne(key)},  {"words", jsonList(key.words)},
-          {"absent", key.absent},    {"uses", jsonList(key.uses, toJson)}};
+          {"absent", key.absent},    {"uses", jsonList(key.uses, useJson)}};
 }
 
 std::string jsonOf(const Keys& keys) {

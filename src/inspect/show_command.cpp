@@ -3,11 +3,10 @@
 
 #include "inspect/command_functions.h"
 #include "inspect/finding_text.h"
-#include "inspect/json.h"
 #include "inspect/key_table.h"
 #include "inspect/printable.h"
 #include "inspect/question.h"
-#include "inspect/statement.h"
+#include "inspect/statement_json.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -121,18 +120,10 @@ class Show {
 
   JsonList toJson(const std::vector<Statement>& statements) const {
     return jsonList(statements, [this](const Statement& statement) {
-      const Assignment* const by = statement.by;
-      JsonObject value = toJson(statement.assignment->place);
-      value.insert(value.end(), {{"state", nameOf(statement.state)},
-                                 {"raw", statement.part == nullptr ? "" : statement.part->raw},
-                                 {"text", textOf(statement)},
-                                 {"by", by == nullptr ? Json() : toJson(by->place)}});
+      JsonObject value = statementJson(inspection_.journal, statement);
+      value.push_back({"text", textOf(statement)});
       return value;
     });
-  }
-
-  JsonObject toJson(Place place) const {
-    return {{"file", inspection_.journal.files[place.file].path}, {"line", place.line}};
   }
 
   const Inspection& inspection_;

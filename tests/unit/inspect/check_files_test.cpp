@@ -26,7 +26,8 @@ TEST(CheckFiles, FindsEveryBadLine) {
 TEST(CheckFiles, FindsWhatCannotBeRead) {
   const InspectionBench bench({{"1.conf/file", ""}});
   EXPECT_EQ(bench.found(checkFiles),
-            "1.conf/:0 unreadable-file It cannot be read: Is a directory. No run gets past it.\n");
+            "1.conf/:0 unreadable-file It cannot be read: Is a directory. A run of the same user "
+            "ends here.\n");
 }
 
 TEST(CheckFiles, WaitsForNoWriter) {
@@ -34,8 +35,8 @@ TEST(CheckFiles, WaitsForNoWriter) {
   bench.directory.makePipe("2.conf");
   bench.lookAgain();
   EXPECT_EQ(bench.found(checkFiles),
-            "2.conf:0 unreadable-file It cannot be read: it is a named pipe. No run gets past "
-            "it.\n");
+            "2.conf:0 unreadable-file It cannot be read: it is a named pipe. A run of the "
+            "same user ends here.\n");
 }
 
 TEST(CheckFiles, FindsThatThereIsNothing) {
@@ -54,11 +55,11 @@ TEST(CheckFiles, FindsADirectoryThatTheUserCannotRead) {
   InspectionBench bench({{"a/1.conf", ""}});
   const std::string closed = bench.directory.path("a");
   bench.settings.directories = {closed};
-  bench.lookAgain();
   EXPECT_EQ(chmod(bench.directory.path().c_str(), 0755), 0);
   EXPECT_EQ(chmod(closed.c_str(), 0), 0);
   {
     const Testing::OrdinaryUser user;
+    bench.lookAgain();
     EXPECT_EQ(bench.found(checkFiles),
               "a:0 unreadable-directory This directory cannot be read: Permission denied. Not all "
               "that is in it is seen.\n");

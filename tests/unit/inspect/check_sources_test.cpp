@@ -168,18 +168,32 @@ TEST(CheckSources, FindsDirectoriesThatTheUserCannotRead) {
   setMode(bench, "mount-hooks", 0755);
 }
 
+TEST(CheckSources, SaysNothingOfWhatIsInADirectoryThatTheUserCannotRead) {
+  InspectionBench bench({{"a/1.conf", ""}});
+  setMode(bench, "", 0755);
+  setMode(bench, "a", 0444);
+  bench.settings.directories = {bench.directory.path("a")};
+  {
+    const OrdinaryUser user;
+    bench.lookAgain();
+    EXPECT_EQ(foundInside(bench).find("unreadable-directory"), std::string::npos);
+  }
+  setMode(bench, "a", 0755);
+}
+
 TEST(CheckSources, TellsWhoMayWriteBeforeWhatCannotBeRead) {
   const InspectionBench bench({{"1.conf", ""}, {"mount-hooks/a.sh", ""}});
   setMode(bench, "", 0755);
-  setMode(bench, "mount-hooks", 0733);
+  setMode(bench, "mount-hooks", 0333);
   std::string found;
   {
     const OrdinaryUser user;
     found = foundInside(bench);
   }
   setMode(bench, "mount-hooks", 0755);
-  EXPECT_LT(found.find("mount-hooks:0 others-may-write "),
-            found.find("mount-hooks:0 unreadable-directory "));
+  const std::size_t unreadable = found.find("mount-hooks:0 unreadable-directory ");
+  ASSERT_NE(unreadable, std::string::npos) << found;
+  EXPECT_LT(found.find("mount-hooks:0 others-may-write "), unreadable) << found;
 }
 
 TEST(CheckSources, FindsGeneratedConfigurationsAmongTheirSources) {

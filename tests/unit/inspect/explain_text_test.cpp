@@ -58,6 +58,14 @@ TEST(ExplainText, SaysWhatIsNoFile) {
   EXPECT_NE(text.find(" # cannot be read: it is a device\n"), std::string::npos) << text;
 }
 
+TEST(ExplainText, KnowsThatARefusedLineBecomesNothing) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[O\nK=1\n");
+  const std::string text = squeezed(program.text({"explain", "[O/K", "--color=never"}));
+  EXPECT_NE(text.find(" 1.conf:2 1 # counts\n"), std::string::npos) << text;
+  EXPECT_EQ(text.find("Becomes"), std::string::npos) << text;
+}
+
 TEST(ExplainText, FollowsReferences) {
   const InspectProgram program;
   program.directory.write("1.conf", "[O]\nK=${config:O/L};b${config:O/M}\nL=${config:O/N}\nN=n\n");

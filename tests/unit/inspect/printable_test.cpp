@@ -51,8 +51,8 @@ TEST(Printable, ShowsEveryCharacterOfARangeAndNoneBesideIt) {
   };
   for (const auto& [first, last] :
        {Range{0, 0x1f}, Range{0x7f, 0x9f}, Range{0xad, 0xad}, Range{0x61c, 0x61c},
-        Range{0x200b, 0x200f}, Range{0x2028, 0x202e}, Range{0x2060, 0x206f}, Range{0xfeff, 0xfeff},
-        Range{0xfff9, 0xfffb}, Range{0xe0000, 0xe0fff}}) {
+        Range{0x200b, 0x200f}, Range{0x2028, 0x202e}, Range{0x2060, 0x206f}, Range{0xd800, 0xdfff},
+        Range{0xfeff, 0xfeff}, Range{0xfff9, 0xfffb}, Range{0xe0000, 0xe0fff}}) {
     for (const std::uint32_t code : {first, last}) {
       EXPECT_TRUE(printable(character(code)).starts_with('\\')) << code;
     }
@@ -61,6 +61,9 @@ TEST(Printable, ShowsEveryCharacterOfARangeAndNoneBesideIt) {
     }
     EXPECT_EQ(printable(character(last + 1)), character(last + 1)) << last;
   }
+  EXPECT_EQ(printable(character(0x10ffff)), character(0x10ffff));
+  EXPECT_EQ(printable(character(0x110000)), "\\u110000");
+  EXPECT_EQ(printable(character(0x1fffff)), "\\u1fffff");
 }
 
 TEST(Printable, TakesOnlyTheShortestFormOfACharacter) {
