@@ -71,7 +71,7 @@ def report(outcomes: list[Outcome], made: list[Fault], reasons: dict[Key, str]) 
         print(f"\n{fault}: survived\n{entry_of(fault)}")
     stale = [*unmatched(reasons, made), *(key for key in reasons if key in found)]
     for key in stale:
-        print(f"survivors.toml: no survivor any more: {' | '.join(key)}")
+        print(f"survivors: no survivor any more: {' | '.join(key)}")
     print(f"\n{table(outcomes, set(reasons))}\n")
     print(summary(outcomes, len(survivors) - len(unexplained)))
     return 1 if unexplained or stale else 0

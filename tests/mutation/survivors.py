@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The survivors that are explained: faults that change nothing which anybody could see.
 
-survivors.toml holds one entry each, known by its file, the text of its line and what the fault
-makes of it, so that it stays valid when lines move.
+A table of survivors/*.toml stands for one of them, or for those of one line that have the same
+reason. They are known by their file, the text of their line and what the fault makes of it, so that
+it stays valid when lines move.
 """
 
 import tomllib
@@ -11,7 +12,7 @@ from typing import Iterable
 
 from fault import Fault
 
-FILE = Path(__file__).with_name("survivors.toml")
+PLACE = Path(__file__).with_name("survivors")
 FIELDS = {"file", "line", "fault", "why"}
 
 Key = tuple[str, str, str]
@@ -21,16 +22,19 @@ class ListError(Exception):
     """What is wrong with the list."""
 
 
-def read_survivors(file: Path = FILE) -> dict[Key, str]:
-    """The reason of each explained survivor."""
+def read_survivors(place: Path = PLACE) -> dict[Key, str]:
+    """The reason of each explained survivor, by the files of a directory."""
     reasons: dict[Key, str] = {}
-    for entry in tomllib.loads(file.read_text(encoding="utf-8")).get("survivor", []):
-        if set(entry) != FIELDS or not entry["why"].strip():
-            raise ListError(f"{file.name}: an entry needs {', '.join(sorted(FIELDS))}: {entry}")
-        key = (entry["file"], entry["line"], entry["fault"])
-        if key in reasons:
-            raise ListError(f"{file.name}: listed twice: {' | '.join(key)}")
-        reasons[key] = entry["why"]
+    for file in sorted(place.glob("*.toml")):
+        for entry in tomllib.loads(file.read_text(encoding="utf-8")).get("survivor", []):
+            if set(entry) != FIELDS or not entry["why"].strip():
+                raise ListError(f"{file.name}: an entry needs {', '.join(sorted(FIELDS))}: {entry}")
+            faults = entry["fault"] if isinstance(entry["fault"], list) else [entry["fault"]]
+            for fault in faults:
+                key = (entry["file"], entry["line"], fault)
+                if key in reasons:
+                    raise ListError(f"{file.name}: listed twice: {' | '.join(key)}")
+                reasons[key] = entry["why"]
     return reasons
 
 

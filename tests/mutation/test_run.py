@@ -2,6 +2,7 @@
 """Whole runs over one small source, with the unit tests alone."""
 
 import re
+import shutil
 import subprocess
 from pathlib import Path
 
@@ -42,9 +43,7 @@ def test_faults_are_made_and_found_and_the_explained_ones_survive() -> None:
 
 
 def test_a_survivor_that_nobody_explains_is_reported(tmp_path: Path) -> None:
-    nothing = tmp_path / "nothing.toml"
-    nothing.touch()
-    status, output = run("--list", str(nothing))
+    status, output = run("--list", str(tmp_path))
     assert status == 1
     assert sorted(reported(output)) == sorted(key for key in read_survivors() if key[0] == FILE)
 
@@ -58,12 +57,11 @@ def test_a_survivor_that_nobody_explains_is_reported(tmp_path: Path) -> None:
 )
 def test_an_entry_without_a_survivor_is_reported(tmp_path: Path, line: str, fault: str) -> None:
     entry = f"[[survivor]]\nfile = '{FILE}'\nline = '{line}'\nfault = '{fault}'\nwhy = 'So.'\n"
-    listed = Path(__file__).with_name("survivors.toml").read_text(encoding="utf-8")
-    changed = tmp_path / "changed.toml"
-    changed.write_text(listed + entry, encoding="utf-8")
+    changed = shutil.copytree(Path(__file__).with_name("survivors"), tmp_path / "changed")
+    (changed / "more.toml").write_text(entry, encoding="utf-8")
     status, output = run("--list", str(changed))
     assert status == 1
-    assert f"survivors.toml: no survivor any more: {FILE} | {line} | {fault}\n" in output
+    assert f"survivors: no survivor any more: {FILE} | {line} | {fault}\n" in output
 
 
 def test_a_sample_is_the_same_one_every_time() -> None:

@@ -18,7 +18,7 @@ from reach import reached_objects
 
 UNIT_TESTS = "tests/unit/cradle-unit-tests"
 PROGRAM = "cradle-generate-config"  # which the end-to-end tests are told of; others stand beside it
-DROPPED = re.compile(r"-O\d|-W.*|-static-lib.*")
+DROPPED = re.compile(r"-O\d|-g|-W.*|-static-lib.*")
 QUICKLY = ["-O0", "-w", "-U_FORTIFY_SOURCE"]
 ALL_ERRORS = "-ferror-limit=0"
 COMPILE_LIMIT = 1200  # seconds
