@@ -23,6 +23,7 @@
 #include "generators/run_facts.h"
 #include "generators/user_database.h"
 #include "inspect/key_table.h"
+#include "inspect/printable.h"
 #include "inspect/program.h"
 #include "support/log_capture.h"
 
@@ -107,11 +108,7 @@ class Check {
 
   void checkText(const Json& check) {
     const std::string text = answer({"check", "--color=never"}).text;
-    const auto isSafe = [](char character) {
-      return character == '\n' ||
-             (static_cast<unsigned char>(character) >= ' ' && character != 0x7f);
-    };
-    require(std::all_of(text.begin(), text.end(), isSafe), "a text commands no terminal", text);
+    require(text == Inspect::printableLines(text), "a text commands no terminal", text);
     const Strings lines = linesOf(text);
     require(lines.size() == 2 * check["findings"].size() + 1,
             "a finding is a line with its advice below", text);
