@@ -5,7 +5,7 @@
 # All of them are kept: what the linker throws away, it does not check.
 function(must_link_alone LAYER)
   # A sanitizer of Clang leaves its own functions to the program.
-  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  if(CRADLE_SANITIZE AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     return()
   endif()
   add_library(layer-${LAYER} MODULE ${ARGN})
