@@ -57,6 +57,7 @@ TEST(SeatUser, IsNotWaitedForWithATimeoutOfZero) {
   EXPECT_EQ(answer([] { return waitForActiveSeatUser(0); }), answer(activeSeatUser));
 }
 
+// That it is kept is seen with whole runs, which take as long.
 TEST(SeatUser, IsWaitedForHalfAMinute) {
   EXPECT_EQ(std::to_string(kSeatUserTimeout) + " s", "30 s");
 }

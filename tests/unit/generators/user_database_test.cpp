@@ -180,6 +180,7 @@ TEST_F(RefusedDirectory, WouldBeMadeInADirectoryThatMayBeWrittenAndSearched) {
   EXPECT_FALSE(wouldMakeIn(0600));
   EXPECT_FALSE(std::filesystem::exists(path_));
   EXPECT_FALSE(makeUserDirectory(directory_.path("no/new"), 0700, 0));
+  EXPECT_FALSE(makeUserDirectory(directory_.writeScript("tool", "") + "/new", 0700, 0));
   EXPECT_EQ(makeUserDirectory("/no such thing", 0700, 0), access("/", W_OK) == 0);
 }
 

@@ -13,7 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "config_parser.h"
+#include "library_logger.h"
 #include "support/coverage.h"
 #include "support/log_capture.h"
 
