@@ -192,7 +192,9 @@ bool isOnlyWrittenWhenThere(const ConfigKey& name) {
     if (same(row.source, name)) {
       const bool needsIt = row.condition != nullptr && noteOf(*row.condition).needsSource;
       written = true;
-      always = always || !needsIt;
+      if (!needsIt) {
+        always = true;
+      }
     }
   });
   return written && !always;

@@ -42,25 +42,28 @@ std::string textOf(const std::vector<Finding>& findings, bool coloured) {
 }
 
 JsonObject toJson(const FindingKind& kind) {
-  return {{"kind", kind.name},
-          {"severity", nameOf(kind.severity)},
-          {"sentence", kind.sentence},
-          {"advice", kind.advice}};
+  return JsonObject()
+      .with("kind", kind.name)
+      .with("severity", nameOf(kind.severity))
+      .with("sentence", kind.sentence)
+      .with("advice", kind.advice);
 }
 
 std::string jsonOf(const std::vector<Finding>& findings) {
   const auto findingJson = [](const Finding& finding) {
-    return JsonObject{{"kind", finding.kind->name},
-                      {"severity", nameOf(finding.kind->severity)},
-                      {"file", std::string_view(finding.path)},
-                      {"line", finding.line},
-                      {"sentence", std::string_view(finding.sentence)},
-                      {"advice", std::string_view(finding.advice)}};
+    return JsonObject()
+        .with("kind", finding.kind->name)
+        .with("severity", nameOf(finding.kind->severity))
+        .with("file", std::string_view(finding.path))
+        .with("line", finding.line)
+        .with("sentence", std::string_view(finding.sentence))
+        .with("advice", std::string_view(finding.advice));
   };
-  return dump({{"findings", jsonList(findings, findingJson)},
-               {"errors", countOf(findings, Severity::Error)},
-               {"warnings", countOf(findings, Severity::Warning)},
-               {"notes", countOf(findings, Severity::Note)}});
+  return dump(JsonObject()
+                  .with("findings", jsonList(findings, findingJson))
+                  .with("errors", countOf(findings, Severity::Error))
+                  .with("warnings", countOf(findings, Severity::Warning))
+                  .with("notes", countOf(findings, Severity::Note)));
 }
 
 }  // namespace
@@ -76,7 +79,7 @@ Answer runCheck(const Options& options, std::span<const std::string> /*operands*
 
 Answer runFindings(const Options& options, std::span<const std::string> /*operands*/) {
   if (options.format == OutputFormat::Json) {
-    return {dump({{"kinds", jsonList(findingKinds(), toJson)}})};
+    return {dump(JsonObject().with("kinds", jsonList(findingKinds(), toJson)))};
   }
   Page page(wantsColour(options.colour));
   for (const FindingKind& kind : findingKinds()) {

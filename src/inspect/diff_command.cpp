@@ -130,10 +130,11 @@ Answer runDiff(const Options& options, std::span<const std::string> operands) {
   const DiffLines lines = unifiedDiff(*before, trial.text, output, output + " (new)");
   const int status = lines.empty() ? kFine : kFindings;
   if (options.format == OutputFormat::Json) {
-    return {
-        dump(
-            {{"output", output}, {"not_done", jsonList(trial.notDone)}, {"diff", jsonList(lines)}}),
-        status, errors};
+    return {dump(JsonObject()
+                     .with("output", output)
+                     .with("not_done", jsonList(trial.notDone))
+                     .with("diff", jsonList(lines))),
+            status, errors};
   }
   const bool coloured = wantsColour(options.colour);
   const bool forPeople = coloured || isatty(STDOUT_FILENO) == 1;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "inspect/explain_json.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
+#include <utility>
 
 #include "inspect/statement_json.h"
 
@@ -16,72 +15,73 @@ constexpr std::array<std::string_view, 8> kOutcomes{"text",           "reference
 constexpr std::array<std::string_view, 3> kEnds{"resolved", "circle", "too-deep"};
 
 JsonObject toJson(const Substitution& made) {
-  return {{"template", made.spec},
-          {"outcome", kOutcomes.at(static_cast<std::size_t>(made.outcome))},
-          {"text", made.text}};
+  return JsonObject()
+      .with("template", made.spec)
+      .with("outcome", kOutcomes.at(static_cast<std::size_t>(made.outcome)))
+      .with("text", made.text);
 }
 
 JsonObject toJson(const Generators::KeyReference& known) {
-  return {{"meaning", known.meaning},
-          {"type", known.type},
-          {"words", jsonList(known.words)},
-          {"absent", known.absent}};
+  return JsonObject()
+      .with("meaning", known.meaning)
+      .with("type", known.type)
+      .with("words", jsonList(known.words))
+      .with("absent", known.absent);
 }
 
 JsonObject toJson(const ProbedRow& row) {
-  return {{"output", row.output},
-          {"key", row.key},
-          {"text", row.text},
-          {"condition", row.condition},
-          {"ends", row.ends}};
+  return JsonObject()
+      .with("output", row.output)
+      .with("key", row.key)
+      .with("text", row.text)
+      .with("condition", row.condition)
+      .with("ends", row.ends);
 }
 
 JsonObject toJson(const Inspection& inspection, const Statement& statement) {
-  JsonObject json = statementJson(inspection.journal, statement);
-  json.push_back({"substitutions", statement.part == nullptr
-                                       ? JsonList()
-                                       : jsonList(statement.part->substitutions,
-                                                  [](const auto& made) { return toJson(made); })});
-  return json;
+  JsonList made;
+  if (statement.part != nullptr) {
+    made = jsonList(statement.part->substitutions,
+                    [](const Substitution& substitution) { return toJson(substitution); });
+  }
+  return statementJson(inspection.journal, statement).with("substitutions", std::move(made));
 }
 
 JsonObject toJson(const Inspection& inspection, const ReferenceStep& step) {
-  JsonObject json{{"depth", step.depth},
-                  {"key", nameOfKey(step.name->first, step.name->second)},
-                  {"set", step.value.part != nullptr}};
-  if (step.value.part != nullptr) {
-    json.push_back({"text", inspection.textOf(step.value.part->value)});
-    std::ranges::move(placeJson(inspection.journal, step.value.assignment->place),
-                      std::back_inserter(json));
+  const std::string name = nameOfKey(step.name->first, step.name->second);
+  if (step.value.part == nullptr) {
+    return JsonObject().with("depth", step.depth).with("key", name).with("set", false);
   }
-  return json;
+  return placeJson(inspection.journal, step.value.assignment->place)
+      .with("depth", step.depth)
+      .with("key", name)
+      .with("set", true)
+      .with("text", inspection.textOf(step.value.part->value));
 }
 
 JsonObject toJson(const Inspection& inspection, const Explanation::Value& value) {
-  JsonObject json = placeJson(inspection.journal, value.statement->assignment->place);
-  json.insert(json.end(), {{"text", value.text},
-                           {"fits", value.fits},
-                           {"resolution", kEnds.at(static_cast<std::size_t>(value.walk.end))},
-                           {"references", jsonList(value.walk.steps,
-                                                   [&](const ReferenceStep& step) {
-                                                     return toJson(inspection, step);
-                                                   })},
-                           {"circle", jsonList(value.walk.circle)}});
-  return json;
+  const auto stepJson = [&](const ReferenceStep& step) { return toJson(inspection, step); };
+  return placeJson(inspection.journal, value.statement->assignment->place)
+      .with("text", value.text)
+      .with("fits", value.fits)
+      .with("resolution", kEnds.at(static_cast<std::size_t>(value.walk.end)))
+      .with("references", jsonList(value.walk.steps, stepJson))
+      .with("circle", jsonList(value.walk.circle));
 }
 
 }  // namespace
 
 std::string explainJson(const Inspection& inspection, const Explanation& explanation) {
   const auto itsJson = [&](const auto& of) { return toJson(inspection, of); };
-  return dump(
-      {{"group", explanation.group},
-       {"key", explanation.key},
-       {"known", explanation.known == nullptr ? Json() : toJson(*explanation.known)},
-       {"statements", jsonList(explanation.statements, itsJson)},
-       {"values", jsonList(explanation.values, itsJson)},
-       {"generated", explanation.generated},
-       {"outputs", jsonList(explanation.rows, [](const auto& row) { return toJson(row); })}});
+  const auto rowJson = [](const ProbedRow& row) { return toJson(row); };
+  return dump(JsonObject()
+                  .with("group", explanation.group)
+                  .with("key", explanation.key)
+                  .with("known", explanation.known == nullptr ? Json() : toJson(*explanation.known))
+                  .with("statements", jsonList(explanation.statements, itsJson))
+                  .with("values", jsonList(explanation.values, itsJson))
+                  .with("generated", explanation.generated)
+                  .with("outputs", jsonList(explanation.rows, rowJson)));
 }
 
 }  // namespace Cradle::Inspect

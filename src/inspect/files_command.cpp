@@ -10,11 +10,12 @@ namespace Cradle::Inspect {
 namespace {
 
 JsonObject toJson(const SourceFile& file) {
-  return {{"path", file.path},
-          {"action", file.action == Action::PassOver ? "pass-over" : nameOf(file.action)},
-          {"mode", file.mode},
-          {"owner", file.owner},
-          {"fault", file.fault}};
+  return JsonObject()
+      .with("path", file.path)
+      .with("action", file.action == Action::PassOver ? "pass-over" : nameOf(file.action))
+      .with("mode", file.mode)
+      .with("owner", file.owner)
+      .with("fault", file.fault);
 }
 
 std::vector<Page::Row> toRows(const std::vector<SourceFile>& files) {
@@ -41,8 +42,9 @@ Answer runFiles(const Options& options, std::span<const std::string> /*operands*
   std::string refusals = refusalText(inspection);
   const int status = refusals.empty() ? kFine : kFindings;
   if (options.format == OutputFormat::Json) {
-    return {dump({{"used", jsonList(tree.used, toJson)},
-                  {"passed_over", jsonList(tree.passed, toJson)}}),
+    return {dump(JsonObject()
+                     .with("used", jsonList(tree.used, toJson))
+                     .with("passed_over", jsonList(tree.passed, toJson))),
             status, std::move(refusals)};
   }
   Page page(wantsColour(options.colour));

@@ -92,19 +92,22 @@ std::string graphDot(const Graph& graph) {
 std::string graphJson(const Graph& graph) {
   const auto nameOf = [](const Parser::ValueName& name) { return name.first + "/" + name.second; };
   const auto keyJson = [&](const auto& key) {
-    return JsonObject{{"key", nameOf(key.first)},
-                      {"set", key.second.isSet},
-                      {"place", key.second.place},
-                      {"overridden", jsonList(key.second.overridden)}};
+    return JsonObject()
+        .with("key", nameOf(key.first))
+        .with("set", key.second.isSet)
+        .with("place", key.second.place)
+        .with("overridden", jsonList(key.second.overridden));
   };
   const auto referenceJson = [&](const GraphReference& reference) {
-    return JsonObject{{"from", nameOf(reference.from)},
-                      {"to", nameOf(reference.to)},
-                      {"circle", reference.inCircle}};
+    return JsonObject()
+        .with("from", nameOf(reference.from))
+        .with("to", nameOf(reference.to))
+        .with("circle", reference.inCircle);
   };
-  return dump({{"files", jsonList(graph.files)},
-               {"keys", jsonList(graph.keys, keyJson)},
-               {"references", jsonList(graph.references, referenceJson)}});
+  return dump(JsonObject()
+                  .with("files", jsonList(graph.files))
+                  .with("keys", jsonList(graph.keys, keyJson))
+                  .with("references", jsonList(graph.references, referenceJson)));
 }
 
 std::optional<std::string> drawSvg(const std::string& dot) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "inspect/json.h"
 
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 namespace Cradle::Inspect {
@@ -39,6 +41,11 @@ Document toDocument(const JsonObject& object) {
 }
 
 }  // namespace
+
+JsonObject&& JsonObject::with(std::string_view name, Json value) && {
+  push_back({name, std::move(value)});
+  return std::move(*this);
+}
 
 std::string dump(const JsonObject& document) {
   constexpr int kIndent = 2;

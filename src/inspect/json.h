@@ -18,7 +18,12 @@ namespace Cradle::Inspect {
 struct Json;
 struct JsonMember;
 using JsonList = std::vector<Json>;
-using JsonObject = std::vector<JsonMember>;  // written in this order; no name may come twice
+
+// Written in the order of its members, of which no two may have one name.
+struct JsonObject : std::vector<JsonMember> {
+  // Has one more member: JsonObject().with("a", true).with("b", nullptr)
+  JsonObject&& with(std::string_view name, Json value) &&;
+};
 
 struct Json : std::variant<std::nullptr_t, bool, std::size_t, std::string_view, std::string,
                            JsonList, JsonObject> {

@@ -34,19 +34,26 @@ std::string nameOf(const KeyReference& key) {
 
 JsonObject toJson(const KeyReference& key) {
   const auto useJson = [](const Generators::KeyUse& use) {
-    return JsonObject{{"output", use.output},
-                      {"line", use.line},
-                      {"value", use.value},
-                      {"condition", use.condition}};
+    return JsonObject()
+        .with("output", use.output)
+        .with("line", use.line)
+        .with("value", use.value)
+        .with("condition", use.condition);
   };
-  return {{"group", key.name.group}, {"key", key.name.key},
-          {"meaning", key.meaning},  {"type", key.type},
-          {"list", !takesOne(key)},  {"words", jsonList(key.words)},
-          {"absent", key.absent},    {"uses", jsonList(key.uses, useJson)}};
+  return JsonObject()
+      .with("group", key.name.group)
+      .with("key", key.name.key)
+      .with("meaning", key.meaning)
+      .with("type", key.type)
+      .with("list", !takesOne(key))
+      .with("words", jsonList(key.words))
+      .with("absent", key.absent)
+      .with("uses", jsonList(key.uses, useJson));
 }
 
 std::string jsonOf(const Keys& keys) {
-  return dump({{"keys", jsonList(keys, [](const auto* key) { return toJson(*key); })}});
+  return dump(
+      JsonObject().with("keys", jsonList(keys, [](const auto* key) { return toJson(*key); })));
 }
 
 void writeKey(const KeyReference& key, Page& page) {

@@ -71,7 +71,7 @@ class Show {
       }
       groups.push_back({group, std::move(keys)});
     }
-    return dump({{"groups", std::move(groups)}});
+    return dump(JsonObject().with("groups", std::move(groups)));
   }
 
   // A block per group, as a file would hold it, behind the places.
@@ -120,9 +120,7 @@ class Show {
 
   JsonList toJson(const std::vector<Statement>& statements) const {
     return jsonList(statements, [this](const Statement& statement) {
-      JsonObject value = statementJson(inspection_.journal, statement);
-      value.push_back({"text", textOf(statement)});
-      return value;
+      return statementJson(inspection_.journal, statement).with("text", textOf(statement));
     });
   }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "inspect/finding_text.h"
 #include "inspect/findings.h"
 #include "support/inspection_bench.h"
 
@@ -63,6 +64,22 @@ TEST(CheckFiles, FindsADirectoryThatTheUserCannotRead) {
     EXPECT_EQ(bench.found(checkFiles),
               "a:0 unreadable-directory This directory cannot be read: Permission denied. Not all "
               "that is in it is seen.\n");
+  }
+  EXPECT_EQ(chmod(closed.c_str(), 0755), 0);
+}
+
+TEST(CheckFiles, DoesNotMissAFileThatItMayNotHaveSeen) {
+  InspectionBench bench({{"a/1.conf", ""}, {"b/.keep", ""}});
+  const std::string closed = bench.directory.path("a");
+  bench.settings.directories = {closed, bench.directory.path("b")};
+  EXPECT_EQ(chmod(bench.directory.path().c_str(), 0755), 0);
+  EXPECT_EQ(chmod(closed.c_str(), 0), 0);
+  {
+    const Testing::OrdinaryUser user;
+    bench.lookAgain();
+    EXPECT_EQ(bench.found(checkFiles).find("no-configuration"), std::string::npos);
+    EXPECT_NE(refusalText(bench.inspection).find("a: warning: "), std::string::npos)
+        << refusalText(bench.inspection);
   }
   EXPECT_EQ(chmod(closed.c_str(), 0755), 0);
 }

@@ -2,11 +2,17 @@
 #include "inspect/finding_kinds.h"
 
 #include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 
+#include "support/golden_session.h"
+#include "support/inspect_program.h"
+
 namespace Cradle::Inspect {
 namespace {
+
+using Testing::InspectProgram;
 
 TEST(FindingKinds, AreNamedInSmallLettersAndOnce) {
   std::set<std::string_view> names;
@@ -22,6 +28,12 @@ TEST(FindingKinds, SayWhatIsWrongAndWhatToDoInSentences) {
     EXPECT_TRUE(kind.sentence.ends_with('.')) << kind.name;
     EXPECT_TRUE(kind.advice.ends_with('.')) << kind.name;
   }
+}
+
+TEST(FindingKinds, AreListedAsInTheGoldenSession) {
+  EXPECT_NE(Testing::goldenSession().find("$ findings\n" +
+                                          InspectProgram::runAlone({"program", "findings"}).text),
+            std::string::npos);
 }
 
 TEST(FindingKinds, ComeBySeverity) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "inspect/command.h"
+#include "support/golden_session.h"
 
 namespace Cradle::Inspect {
 namespace {
@@ -19,6 +20,10 @@ TEST(Help, TellsEveryCommandAndOption) {
   for (const OptionRow& row : optionRows()) {
     EXPECT_NE(text.find("--" + std::string(row.name)), std::string::npos) << row.name;
   }
+}
+
+TEST(Help, IsThatOfTheGoldenSession) {
+  EXPECT_NE(Testing::goldenSession().find("$ --help\n" + helpText()), std::string::npos);
 }
 
 TEST(Help, KnowsTheVersion) {
