@@ -2,8 +2,8 @@
 """Builds the test programs and the program with a fault in them, from what the debug preset built.
 
 Only the objects that see the faulty file are compiled, without optimisation; the compiler sees the
-fault through a file system overlay, so that every path stays as it is. The rest comes from the
-preset's archive.
+fault through a file system overlay, so that every path stays as it is. The rest, precompiled headers
+among it, is the preset's.
 """
 
 import json
@@ -19,7 +19,7 @@ from reach import reached_objects
 UNIT_TESTS = "tests/unit/cradle-unit-tests"
 PROGRAM = "cradle-generate-config"  # which the end-to-end tests are told of; others stand beside it
 DROPPED = re.compile(r"-O\d|-g|-W.*|-static-lib.*")
-QUICKLY = ["-O0", "-w", "-U_FORTIFY_SOURCE"]
+QUICKLY = ["-O0", "-w"]
 ALL_ERRORS = "-ferror-limit=0"
 COMPILE_LIMIT = 1200  # seconds
 
@@ -77,7 +77,7 @@ class Toolchain:
     @cached_property
     def _compile_commands(self) -> dict[str, list[str]]:
         entries = json.loads((self.build / "compile_commands.json").read_text(encoding="utf-8"))
-        commands = [_light(entry["command"]) for entry in entries]
+        commands = [_light(entry["command"]) for entry in entries if "-emit-pch" not in entry["command"]]
         return {command[command.index("-o") + 1]: command for command in commands}
 
     @cached_property
@@ -93,23 +93,8 @@ class Toolchain:
             ]
         return found
 
-    @cached_property
-    def _standard_headers(self) -> Path:
-        """The standard library's headers that the sources use, compiled once."""
-        text = "".join(path.read_text(encoding="utf-8") for path in (self.root / "src").rglob("*.*"))
-        names = sorted(set(re.findall(r"^#include <([a-z_]+)>", text, re.MULTILINE)))
-        header = self.work / "standard.h"
-        header.write_text("".join(f"#include <{name}>\n" for name in names), encoding="utf-8")
-        command = [*self._compile_commands[self.object_of("src/config_value.cpp")]]
-        command[command.index("-c") + 1] = str(header)
-        command[command.index("-o") + 1] = f"{header}.pch"
-        command[command.index("-c")] = "-xc++-header"
-        run([*command, *QUICKLY, "-Xclang", "-fpch-instantiate-templates"], self.build)
-        return Path(f"{header}.pch")
-
     def prepare(self) -> None:
         """Make what all builds share."""
-        self._standard_headers  # pylint: disable=pointless-statement
         self._dependencies  # pylint: disable=pointless-statement
         self._reached  # pylint: disable=pointless-statement
 
@@ -159,8 +144,6 @@ class Toolchain:
         command[command.index("-o") + 1] = str(target)
         if name.startswith("src/"):
             command += QUICKLY
-        if self.is_of_an_archive(name):
-            command += ["-include-pch", str(self._standard_headers)]
         run([*command, ALL_ERRORS, "-ivfsoverlay", str(overlay)], self.build)
         return target
 
