@@ -9,10 +9,10 @@
 namespace Cradle::Inspect {
 namespace {
 
-constexpr std::array<std::string_view, 8> kOutcomes{"text",           "reference", "not-run",
-                                                    "no-value",       "malformed", "unknown-name",
-                                                    "unknown-format", "no-file"};
-constexpr std::array<std::string_view, 3> kEnds{"resolved", "circle", "too-deep"};
+constexpr auto kOutcomes =
+    std::to_array<std::string_view>({"text", "reference", "not-run", "no-value", "malformed",
+                                     "unknown-name", "unknown-format", "no-file"});
+constexpr auto kEnds = std::to_array<std::string_view>({"resolved", "circle", "too-deep"});
 
 JsonObject toJson(const Substitution& made) {
   return JsonObject()

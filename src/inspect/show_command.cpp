@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // "show": the merged configuration, each value with the line that it comes from.
 
+#include <algorithm>
+
 #include "inspect/command_functions.h"
 #include "inspect/finding_text.h"
 #include "inspect/key_table.h"
@@ -56,20 +58,31 @@ std::string headingOf(std::string_view group) {
   return (isRefusedLine(group) ? "# behind " : "") + titleOf(group);
 }
 
+// The keys of a group stand together.
+std::vector<std::span<const ShownKey>> groupsOf(const std::vector<ShownKey>& keys) {
+  std::vector<std::span<const ShownKey>> groups;
+  for (auto first = keys.begin(); first != keys.end();) {
+    const auto next = std::find_if(first, keys.end(),
+                                   [&](const ShownKey& key) { return key.group != first->group; });
+    groups.emplace_back(first, next);
+    first = next;
+  }
+  return groups;
+}
+
 class Show {
  public:
   Show(const Inspection& inspection, const std::vector<ShownKey>& keys)
-      : inspection_(inspection), keys_(keys) {}
+      : inspection_(inspection), groups_(groupsOf(keys)) {}
 
   std::string json() const {
     JsonObject groups;
-    for (std::size_t i = 0; i < keys_.size();) {
-      const std::string_view group = keys_[i].group;
+    for (const std::span<const ShownKey> group : groups_) {
       JsonObject keys;
-      for (; i < keys_.size() && keys_[i].group == group; ++i) {
-        keys.push_back({keys_[i].key, toJson(keys_[i].statements)});
+      for (const ShownKey& key : group) {
+        keys.push_back({key.key, toJson(key.statements)});
       }
-      groups.push_back({group, std::move(keys)});
+      groups.push_back({group.front().group, std::move(keys)});
     }
     return dump(JsonObject().with("groups", std::move(groups)));
   }
@@ -77,16 +90,15 @@ class Show {
   // A block per group, as a file would hold it, behind the places.
   std::string text(bool coloured) const {
     Page page(coloured);
-    for (std::size_t i = 0; i < keys_.size();) {
-      const std::string_view group = keys_[i].group;
+    for (const std::span<const ShownKey> group : groups_) {
       std::vector<Page::Row> rows;
-      if (i != 0) {
+      for (const ShownKey& key : group) {
+        addRows(key, rows);
+      }
+      if (!page.text().empty()) {
         page.endLine();
       }
-      for (; i < keys_.size() && keys_[i].group == group; ++i) {
-        addRows(keys_[i], rows);
-      }
-      page.line(headingOf(group), Tone::Strong).table(rows);
+      page.line(headingOf(group.front().group), Tone::Strong).table(rows);
     }
     return page.text();
   }
@@ -125,7 +137,7 @@ class Show {
   }
 
   const Inspection& inspection_;
-  const std::vector<ShownKey>& keys_;
+  std::vector<std::span<const ShownKey>> groups_;
 };
 
 }  // namespace
