@@ -1,17 +1,28 @@
 // SPDX-License-Identifier: MIT
+#include <array>
+#include <csignal>
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "inspect/command_functions.h"
+#include "library_logger.h"
+#include "support/child_process.h"
 #include "support/inspect_program.h"
+#include "support/inspection_bench.h"
 #include "support/json_text.h"
+#include "support/log_capture.h"
 
 namespace Cradle::Inspect {
 namespace {
 
+using Parser::Logging::LoggerConfig;
+using Testing::inChildProcess;
+using Testing::InspectionBench;
 using Testing::InspectProgram;
 using Testing::jsonAt;
+using Testing::LogCapture;
 
 TEST(DiffCommand, ShowsWhatARunWouldChange) {
   const InspectProgram program;
@@ -45,7 +56,39 @@ TEST(DiffCommand, PassesOnWhatTheRunSaysSafely) {
             "cradle-inspect-config: \\u009b\\n: No such file or directory\n");
 }
 
+TEST(DiffCommand, ColoursALineByItsFirstCharacter) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nI=me@\nJ=me+\nK=1\n");
+  const std::string old = program.directory.write("old", "I=me@\nJ=me+\n");
+  const std::string text = program.run({"diff", old, "--color=always"}).text;
+  EXPECT_NE(text.find("m\n I=me@\n J=me+\n\x1b[32m+K=1\x1b[0m\n"), std::string::npos) << text;
+}
+
+TEST(DiffCommand, LeavesTheLoggerAsTheOtherCommandsNeedIt) {
+  const InspectionBench bench({{"1.conf", "[A]\nK=${nothing}\n"}});
+  const LogCapture log(LogCapture::Level::LogCritical);
+  Options options;
+  options.run = bench.settings;
+  EXPECT_EQ(runDiff(options, std::array{bench.directory.write("old", "")}).errors,
+            "ERROR: No such template 'nothing'\n");
+  EXPECT_EQ(Parser::libraryLogger().target(), LoggerConfig::TargetStderr);
+  EXPECT_FALSE(Parser::libraryLogger().isEnabled(LoggerConfig::LogError));
+}
+
 // Failures
+
+TEST(DiffCommand, NeedsRoomForTheOutputOfTheRun) {
+  const InspectProgram program;
+  program.directory.write("1.conf", "[A]\nK=1\n");
+  const std::string old = program.directory.write("old", "");
+  const std::string errors = inChildProcess([&] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit nothing{0, 0};
+    setrlimit(RLIMIT_FSIZE, &nothing);
+    return program.run({"diff", old}).errors;
+  });
+  EXPECT_EQ(errors, "cradle-inspect-config: there is no room for the output of the run\n");
+}
 
 TEST(DiffCommand, NeedsAnOutputAndARun) {
   const InspectProgram program;

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "inspect/inspection.h"
 
+#include <cstdlib>
 #include <string>
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include "generators/user_database.h"
 #include "support/inspection_bench.h"
 
 namespace Cradle::Inspect {
@@ -81,6 +84,25 @@ TEST(Inspection, KnowsTheRunOfEachOutput) {
   EXPECT_EQ(&runKind(OutputType::Config), &Generators::kConfigRun);
   EXPECT_EQ(&runKind(OutputType::Lxc), &Generators::kLxcRun);
   EXPECT_EQ(&runKind(OutputType::Property), &Generators::kPropertyRun);
+}
+
+// The library that stands in for the login manager's can be loaded where none has been, and no more
+// than once.
+class InspectionDeathTest : public ::testing::Test {
+ protected:
+  InspectionDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST_F(InspectionDeathTest, WaitsForNobody) {
+  const auto look = [] {
+    setenv("SEAT", "", 1);
+    const bool loaded = dlopen(SYSTEMD_STUB, RTLD_NOW) != nullptr;
+    InspectionBench bench({{"1.conf", "[A]\nK=1\n"}});
+    bench.settings.userId = Generators::kUnknownUser;
+    bench.lookAgain();
+    std::exit(loaded ? 0 : 2);
+  };
+  EXPECT_EXIT(look(), ::testing::ExitedWithCode(0), "^(look .\n)+$");
 }
 
 }  // namespace

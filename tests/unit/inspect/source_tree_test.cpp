@@ -110,6 +110,9 @@ TEST(SourceTree, PassesOverFilesWithTheNamesOfDirectories) {
 TEST(SourceTree, PassesOverFilesInTheOrderOfTheirNames) {
   const InspectionBench bench({{"e", ""}, {"b", ""}, {"d", ""}, {"a", ""}, {"f", ""}, {"c", ""}});
   EXPECT_EQ(listed(bench, findSources(bench.inspection).passed), "- a\n- b\n- c\n- d\n- e\n- f\n");
+  const InspectionBench hidden({{".e", ""}, {".b", ""}, {".d", ""}, {".a", ""}, {".c", ""}});
+  EXPECT_EQ(listed(hidden, findSources(hidden.inspection).passed),
+            "- .a\n- .b\n- .c\n- .d\n- .e\n");
 }
 
 TEST(SourceTree, TellsModeAndOwner) {
