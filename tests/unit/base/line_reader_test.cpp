@@ -43,6 +43,24 @@ TEST(LineReader, StaysAtTheEndOfAFileThatGrows) {
   EXPECT_FALSE(lines.next());
 }
 
+TEST(LineReader, WaitsForNothingBehindTheEnd) {
+  const std::string left = inChildProcess([] {
+    alarm(10);
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
+    EXPECT_EQ(write(ends[1], "a", 1), 1);
+    close(ends[1]);
+    const std::string path = "/proc/self/fd/" + std::to_string(ends[0]);
+    LineReader lines(path);
+    std::string read = lines.next() ? std::string(lines.line()) : "nothing";
+    const int silentWriter = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    read += lines.next() ? " and more" : "";
+    close(silentWriter);
+    return read;
+  });
+  EXPECT_EQ(left, "a");
+}
+
 struct Text {
   std::string file;
   std::string lines;
