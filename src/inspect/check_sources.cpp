@@ -96,14 +96,13 @@ class SourceCheck {
     }
   }
 
-  // The directory, what it holds, and all above it.
+  // The directory and what it holds.
   void checkDirectory(const std::string& directory) {
     const std::string path = Parser::resolvePath(directory);
     if (path.empty()) {
       return;
     }
     checkAccess(path, 0);
-    checkParents(path);
     // Of what is in it, nobody could tell more than that.
     if (!whyNotListed(path).empty()) {
       return;
@@ -123,18 +122,23 @@ class SourceCheck {
   }
 
   void checkParents(const std::string& path) {
+    if (path.empty()) {
+      return;
+    }
     for (std::size_t end = path.rfind('/'); end != 0; end = path.rfind('/', end - 1)) {
       checkAccess(path.substr(0, end), kSticky);
     }
   }
 
-  // Links lead past directories in which others might exchange the link or what it leads to.
+  // What is above directories and files, by their names and by where links lead: there others might
+  // exchange them. A directory of the configuration has been looked at before.
   void checkWays() {
     for (const std::string& directory : inspection_.directories()) {
       checkParents(absolute(directory));
+      checkParents(Parser::resolvePath(directory));
     }
     for (const SourceFile& file : tree_.used) {
-      checkParents(absolute(Parser::resolvePath(file.path)));
+      checkParents(Parser::resolvePath(file.path));
     }
   }
 

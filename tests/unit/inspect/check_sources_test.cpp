@@ -98,6 +98,18 @@ TEST(CheckSources, FindsWhoMayWriteToADirectoryThoughTheyCannotExchangeFiles) {
             std::string::npos);
 }
 
+TEST(CheckSources, FindsWhoMayWriteToADirectoryAboveAnother) {
+  InspectionBench bench({{"below/1.conf", ""}});
+  setMode(bench, "", 01777);
+  const std::string finding = bench.directory.path() + ":0 others-may-write ";
+  bench.settings.directories = {bench.directory.path("below"), bench.directory.path()};
+  bench.lookAgain();
+  EXPECT_NE(bench.found(checkSources).find(":0 others-may-write "), std::string::npos);
+  bench.settings.directories.pop_back();
+  bench.lookAgain();
+  EXPECT_EQ(bench.found(checkSources).find(finding), std::string::npos);
+}
+
 TEST(CheckSources, TrustsOneGroupAlone) {
   const InspectionBench bench({{"1.conf", ""}});
   const gid_t group = geteuid() == 0 ? 1 : getegid();
