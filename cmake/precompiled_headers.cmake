@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Headers of the standard library are most of what a compiler reads here. Builds for developers read
-# them once; releases read them file by file, which shows what a file has forgotten to include.
+# them once; releases read them with each source file, which shows what one has forgotten to include.
 set(PRECOMPILED_HEADERS <algorithm> <array> <filesystem> <functional> <map> <memory>
   <memory_resource> <optional> <set> <shared_mutex> <span> <string> <string_view>
   <unordered_map> <variant> <vector>)

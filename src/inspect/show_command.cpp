@@ -2,6 +2,8 @@
 // "show": the merged configuration, each value with the line that it comes from.
 
 #include <algorithm>
+#include <span>
+#include <vector>
 
 #include "inspect/command_functions.h"
 #include "inspect/finding_text.h"

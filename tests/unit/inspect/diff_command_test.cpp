@@ -83,9 +83,13 @@ TEST(DiffCommand, NeedsRoomForTheOutputOfTheRun) {
   const std::string old = program.directory.write("old", "");
   const std::string errors = inChildProcess([&] {
     std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit nothing{0, 0};
+    rlimit size{};
+    getrlimit(RLIMIT_FSIZE, &size);
+    const rlimit nothing{0, size.rlim_max};
     setrlimit(RLIMIT_FSIZE, &nothing);
-    return program.run({"diff", old}).errors;
+    std::string said = program.run({"diff", old}).errors;
+    setrlimit(RLIMIT_FSIZE, &size);
+    return said;
   });
   EXPECT_EQ(errors, "cradle-inspect-config: there is no room for the output of the run\n");
 }

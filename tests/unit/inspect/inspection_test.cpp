@@ -97,9 +97,11 @@ TEST_F(InspectionDeathTest, WaitsForNobody) {
   const auto look = [] {
     setenv("SEAT", "", 1);
     const bool loaded = dlopen(SYSTEMD_STUB, RTLD_NOW) != nullptr;
-    InspectionBench bench({{"1.conf", "[A]\nK=1\n"}});
-    bench.settings.userId = Generators::kUnknownUser;
-    bench.lookAgain();
+    {
+      InspectionBench bench({{"1.conf", "[A]\nK=1\n"}});
+      bench.settings.userId = Generators::kUnknownUser;
+      bench.lookAgain();
+    }
     std::exit(loaded ? 0 : 2);
   };
   EXPECT_EXIT(look(), ::testing::ExitedWithCode(0), "^(look .\n)+$");
