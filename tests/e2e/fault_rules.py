@@ -47,6 +47,7 @@ SILENT = (
     Promise({"openat", "read"}, "/[cd]/static/a.*", "static fragments are passed over", {0}),
     Promise({"openat", "read"}, "/model", "a template without text is left out", {0}),
     Promise({"readlink"}, "/(link|model)", "so is a path that is none", {0}),
+    Promise({"getcwd"}, "", "and one that starts nowhere", {0}),
     Promise({"openat", "write"}, OUTPUT, "an output that cannot be written is none", {0}),
     Promise({"read"}, "pipe:.*", "what a hook could print is what counts", {0}),
     Promise({"openat", "newfstatat", "getdents64"}, "/[cd](/[^.]*)?|/dev", "no match", {0, 1}),
@@ -114,6 +115,16 @@ def broken_promises(fault: Fault, outcome: Any, clean: Any) -> Iterable[str]:
         yield "the run failed without a word"
 
 
+def is_retried(call: Call) -> bool:
+    return call.name in RETRIED and not call.is_on(FOREIGN)
+
+
+def silent_losses(outcome: Any, clean: Any) -> Iterable[str]:
+    """Of a run that had too little memory and calls itself a success."""
+    if outcome["status"] == 0 and outcome["stderr"] == clean.stderr:
+        yield "the output differs without a word"
+
+
 def complaints(fault: Fault, outcome: Any, clean: Any) -> list[str]:
     """What is wrong with the outcome of a fault, compared with a clean run."""
     found: list[str] = []
@@ -122,8 +133,10 @@ def complaints(fault: Fault, outcome: Any, clean: Any) -> list[str]:
     if not ended_by_itself(fault, outcome):
         found.append("the run did not end as it should")
     found += traces(outcome)
-    if not same(outcome, clean) and not fault.call.early and fault.call.name not in MEMORY:
-        if fault.error == "EINTR" and fault.call.name in RETRIED and not fault.call.is_on(FOREIGN):
+    if not same(outcome, clean) and not fault.call.early:
+        if fault.call.name in MEMORY:
+            found += silent_losses(outcome, clean)
+        elif fault.error == "EINTR" and is_retried(fault.call):
             found.append("the interrupted call was not made again")
         else:
             found += failures_of_output(fault, outcome, clean)

@@ -28,6 +28,7 @@ def rich(host: Host) -> Host:
         "/d/20-device.conf",
     )
     host.conf("[Device]\nProductBrand=corvid\n[Launchers]\nIconSize=96\n", "/d/30-more.conf")
+    host.conf("[A]\nHere=${realpath:model}\n", "/d/40-here.conf")
     host.script("/d/mount-hooks/a.sh", 'echo "/home $2 none bind 0 0"\n')
     host.script("/c/property-pre-hooks/a.sh", 'echo "pre.user=$2"\n')
     host.script("/d/property-post-hooks/a.sh", 'printf "post.one=$4\\npost.two=2"\n')

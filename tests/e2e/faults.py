@@ -23,7 +23,6 @@ ERRORS: dict[str, tuple[str, ...]] = {
     "newfstatat": ("EACCES", "EIO", "ENOMEM"),
     "openat": ("EACCES", "EINTR", "EIO", "EMFILE", "ENOMEM", "ENOSPC"),
     "pipe2": ("EMFILE", "ENOMEM"),
-    "poll": ("EINTR", "ENOMEM"),
     "prlimit64": ("EPERM",),
     "read": ("EINTR", "EIO", "ENOMEM"),
     "readlink": ("EACCES", "EIO", "ENOMEM"),
@@ -33,7 +32,6 @@ ERRORS: dict[str, tuple[str, ...]] = {
     "umask": (),  # cannot fail
     "wait4": ("ECHILD", "EINTR"),
     "write": ("EINTR", "EIO", "ENOSPC"),
-    "exit_group": (),  # cannot fail
     "execve": (),  # of the program itself: there would be no run
 }
 EVERY_ERROR = ("EACCES", "EINTR", "EIO", "EMFILE", "ENOMEM", "ENOSPC")

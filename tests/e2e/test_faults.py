@@ -16,8 +16,8 @@ import pytest
 
 from fault_rules import complaints, figures
 from fault_runs import ENVIRONMENT, inject, rich_hosts
-from faults import Call, calls_of, faults_of, sampled, wants_everything
-from host import Host
+from faults import ERRORS, Call, calls_of, faults_of, sampled, wants_everything
+from host import Host, generated
 
 RICH = ("--user-id", "1000", "--base-uid", "1000", "--configs", "/c:/d")
 RUNS = {
@@ -57,6 +57,23 @@ def test_a_run_survives_every_fault(
     with capsys.disabled() if wants_everything() else nullcontext():
         print(f"\n{run}: {figures(outcomes, clean)}")
     assert not found, "\n".join(found)
+
+
+def test_every_call_that_has_errors_is_made_by_a_run(hosts: list[Host]) -> None:
+    runs = [Clean(hosts[0], (*arguments, "/o/out")) for arguments in RUNS.values()]
+    assert set(ERRORS) - {call.name for clean in runs for call in clean.calls} == set()
+
+
+@pytest.mark.parametrize("call", ["dup2", "execve"])
+@pytest.mark.parametrize("error", ["EACCES", "EIO", "EMFILE", "ENOMEM"])
+def test_a_shell_that_cannot_be_started_is_told(host: Host, call: str, error: str) -> None:
+    host.conf("[A]\nKey=${system:echo}\nOther=1\n")
+    shell = ["-P", "/bin/sh"] if call == "execve" else []
+    options = ["--quiet=attach,path-resolution", "-f", *shell]
+    result = host.generate(strace=[*options, "-e", f"inject={call}:error={error}:when=1"])
+    # The C library has this word for whatever went wrong there.
+    assert result == (0, "", "ERROR: Failed to execute 'echo': Cannot allocate memory\n")
+    assert host.read() == generated("\n[A]\nOther=1\n")
 
 
 @pytest.mark.parametrize("target", ["stderr", "/log"])

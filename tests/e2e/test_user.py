@@ -225,11 +225,24 @@ def test_a_login_library_that_lacks_a_function_is_none(seat: Host, function: str
     assert not seat.exists()
 
 
-def test_a_failing_poll_ends_the_wait(seat: Host) -> None:
+@pytest.mark.parametrize("error", ["EINTR", "EIO", "ENOMEM"])
+def test_a_failing_poll_ends_the_wait(seat: Host, error: str) -> None:
     seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
-    failing = ["-e", "inject=?poll,?ppoll:error=EINTR"]
+    failing = ["-e", f"inject=?poll,?ppoll:error={error}"]
     result = seat.run("--config", "/c", "/out.conf", strace=failing)
     assert result == (1, "", "WARNING: Polling login monitor failed!\n" + UNDEFINED)
+    assert not seat.exists()
+
+
+@pytest.mark.parametrize("error", ["EACCES", "EMFILE", "ENOMEM", "ENOSPC"])
+@pytest.mark.parametrize("call", ["inotify_init1", "inotify_add_watch"])
+def test_logins_that_cannot_be_watched_are_not_waited_for(
+    seat: Host, call: str, error: str
+) -> None:
+    seat.seat(SESSIONS="c1 c2", UIDS="1000 1001")
+    failing = ["-e", f"inject={call}:error={error}:when=1"]
+    result = seat.run("--config", "/c", "/out.conf", strace=failing)
+    assert result == (1, "", NO_MONITOR + UNDEFINED)
     assert not seat.exists()
 
 
