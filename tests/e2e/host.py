@@ -302,12 +302,15 @@ class Host:
         redirect: str = "",
         umask: int = 0o022,
         powerless: bool = False,
+        memcheck: bool = True,
         strace: Sequence[str] = (),
     ) -> Run:
         """Start the program, whose whole environment is PATH and what env says.
 
         redirect is shell syntax ("2>&-"). A powerless program has no capability, so that the
         modes of files bind it though it is root. With options for strace the run is traced.
+        Valgrind keeps away from traced runs and from those without memcheck, which are for tests
+        of what it does in another way itself.
         """
         environment = {"PATH": "/usr/bin:/bin", **env}
         environment |= {n: os.environ[n] for n in INSTRUMENTATION if n in os.environ}
@@ -321,9 +324,10 @@ class Host:
         command += ["/usr/bin/env", "-i", *(f"{n}={v}" for n, v in environment.items())]
         if strace:
             command += ["/usr/bin/strace", "-o", "/trace", "-s", "4096", *strace]
-        if not program and not strace:
+        program = program or self.binary
+        if Path(program).parent == Path(self.binary).parent and memcheck and not strace:
             command += self._memcheck()
-        command += [program or self.binary, *arguments]
+        command += [program, *arguments]
         namespace = ["/usr/bin/unshare", "--mount"]
         if os.geteuid() != 0:
             namespace += ["--user", "--map-root-user"]
