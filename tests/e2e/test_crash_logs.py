@@ -81,6 +81,23 @@ def test_a_link_in_its_place_is_not_followed(host: Host) -> None:
     assert host.path("/srv/elsewhere").stat().st_uid == owner
     if os.geteuid() == 0:
         assert host.path(CRASH_LOGS).lstat().st_uid == 100000
+        assert CRASH_ENTRY in entries(host)
+
+
+@pytest.mark.parametrize("linked", [False, True])
+def test_another_users_place_for_it_is_used_as_it_is(host: Host, linked: bool) -> None:
+    host.conf("[Features]\nCrashLoggerEnabled=true\n")
+    place = "/home/alice/mine" if linked else "/tmp/cradle"
+    host.directory(place)
+    if linked:
+        host.link("/tmp/cradle", place)
+    if os.geteuid() == 0:
+        os.chown(host.path(place), 1000, 1000)
+    owner = host.path(place).stat().st_uid
+    assert lxc(host) == (0, "", "")
+    assert host.path(place).stat().st_uid == owner
+    assert host.mode(f"{place}/crashlogs") == 0o750
+    assert CRASH_ENTRY in entries(host)
 
 
 def test_the_callers_mask_narrows_the_mode_of_the_crash_log_directory(host: Host) -> None:

@@ -45,6 +45,14 @@ def test_overwritten_return_addresses_are_noticed() -> None:
     assert "__stack_chk_fail" in headers("--dyn-syms")
 
 
+def test_calls_of_the_c_library_that_would_write_too_much_are_noticed() -> None:
+    assert re.search(r" __(?:memcpy|memmove|read|snprintf)_chk@", headers("--dyn-syms"))
+
+
+def test_broken_assertions_are_noticed() -> None:
+    assert re.search(" __assert_fail@", headers("--dyn-syms"))
+
+
 def test_every_source_file_is_compiled_with_checked_library_calls() -> None:
     database = Path(setting("CRADLE_BUILD_DIR"), "compile_commands.json")
     commands = json.loads(database.read_text(encoding="utf-8"))
