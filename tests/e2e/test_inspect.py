@@ -119,6 +119,14 @@ def test_other_owners_and_their_groups_are_doubtful(host: Host) -> None:
     assert "It belongs to 4242," in host.run(*check, program=inspector()).stdout
 
 
+def test_nothing_is_looked_for_in_a_directory_that_is_not_there(host: Host) -> None:
+    host.directory("/mount-hooks")
+    host.path("/mount-hooks").chmod(0o777)
+    result = host.run("--user-id", "1000", "-c", "/nowhere", "check", program=inspector())
+    assert "[missing-directory]" in result.stdout
+    assert "/mount-hooks" not in result.stdout
+
+
 def test_a_directory_that_cannot_be_read_is_told(host: Host) -> None:
     host.conf("[Config]\nAppIdManglingType=None\n")
     host.script("/c/mount-hooks/a.sh", "")

@@ -110,6 +110,14 @@ TEST(CheckSources, FindsWhoMayWriteToADirectoryAboveAnother) {
   EXPECT_EQ(bench.found(checkSources).find(finding), std::string::npos);
 }
 
+TEST(CheckSources, FindsTheWayUpFromANameThatBeginsWithTwoSlashes) {
+  InspectionBench bench({{"1.conf", ""}});
+  setMode(bench, "1.conf", 0646);
+  bench.settings.directories = {"/" + bench.directory.path()};
+  bench.lookAgain();
+  EXPECT_NE(bench.found(checkSources).find("1.conf:0 others-may-write "), std::string::npos);
+}
+
 TEST(CheckSources, TrustsOneGroupAlone) {
   const InspectionBench bench({{"1.conf", ""}});
   const gid_t group = geteuid() == 0 ? 1 : getegid();
